@@ -1,0 +1,85 @@
+#ifndef VORTM_COMMON_SHAREDOBJ_H
+#define VORTM_COMMON_SHAREDOBJ_H
+
+#include "common/Assert.h"
+#include "common/FastMutex.h"
+
+namespace vortm {
+namespace common {
+
+// Reference count holder for AutoPtr, without a lock: a pointer that uses it
+// may be shared by threads only if none of them copies or drops it.
+template <class T>
+class SharedObj {
+ public:
+  SharedObj(T* obj, bool owner) : m_count(1), m_pObj(obj), m_bOwner(owner) {}
+  virtual ~SharedObj() {}
+
+  void countPlus() { ++m_count; }
+
+  // Deletes the object (when owned) and the holder itself at zero.
+  int countMinus() {
+    --m_count;
+    VOR_ASSERT(m_count >= 0);
+    if (m_count > 0) return m_count;
+    if (m_bOwner) {
+      if (m_pObj) delete m_pObj;
+      m_pObj = nullptr;
+    }
+    delete this;
+    return 0;
+  }
+
+  T* getObjPtr() const { return m_pObj; }
+  int getCount() const { return m_count; }
+
+ private:
+  int m_count;
+  T* m_pObj;
+  bool m_bOwner;
+};
+
+// The same holder with its count guarded by a mutex, for objects that
+// several threads copy and drop.
+template <class T>
+class SafeSharedObj {
+ public:
+  SafeSharedObj(T* obj, bool owner) : m_count(1), m_pObj(obj), m_bOwner(owner) {}
+  virtual ~SafeSharedObj() {}
+
+  void countPlus() {
+    FastMutex::ScopedLock lock(m_mutex);
+    ++m_count;
+  }
+
+  int countMinus() {
+    {
+      FastMutex::ScopedLock lock(m_mutex);
+      --m_count;
+      VOR_ASSERT(m_count >= 0);
+    }
+    // The count is read again outside the lock; only the last owner can see
+    // zero here because every other holder has already decremented.
+    if (m_count > 0) return m_count;
+    if (m_bOwner) {
+      if (m_pObj) delete m_pObj;
+      m_pObj = nullptr;
+    }
+    delete this;
+    return 0;
+  }
+
+  T* getObjPtr() const { return m_pObj; }
+  int getCount() const { return m_count; }
+
+ private:
+  int m_count;
+  T* m_pObj;
+  bool m_bOwner;
+  FastMutex m_mutex;
+};
+
+}  // namespace common
+}  // namespace vortm
+
+#endif

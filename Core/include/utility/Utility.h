@@ -1,0 +1,55 @@
+#ifndef VORTM_UTILITY_UTILITY_H
+#define VORTM_UTILITY_UTILITY_H
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vortm {
+namespace utility {
+
+// Stateless helpers on byte strings, word lists, dates and directories.
+// Nothing here knows an encoding: multi-byte characters are left alone.
+class Utility {
+ public:
+  static void trim(std::string& str);
+  static void toLowcase(std::string& str);
+  static void replaceAll(std::string& str, const std::string& from, const std::string& to);
+  static void eraseAll(std::string& str, const std::string& what);
+  static bool isAllDigit(std::string& str);
+  static bool isAllEngLett(const std::string& str);
+  static bool isEnWord(const char* str, unsigned int length);
+
+  // SuperFastHash over the bytes, seeded with the length; 0 for "".
+  static uint32_t hash(const std::string& str);
+
+  static bool strFltPairCmp(const std::pair<std::string, double>& a,
+                            const std::pair<std::string, double>& b);
+
+  static void strTokenize(const std::string& text, const std::string& delimiter,
+                          std::vector<std::string>& out);
+  static void strTokenize(const std::string& text, std::vector<std::string>& out, char delimiter);
+
+  static bool loadWords(std::string file, std::vector<std::string>& words, int limit);
+  static bool loadWords(std::string file, std::set<std::string>& words, int limit);
+
+  static std::string chCharToHexStr(const std::string& str);
+  static void listFiles(const std::string& dir, std::vector<std::string>& names);
+
+  static std::string getFormatedTime(long time);
+  static std::string getCurFormatedTime();
+  static std::string getFormatedDate(long time);
+  static std::string getCurFormatedDate();
+  static long getTime(int days, int hours, int minutes, int seconds);
+
+  // Base64 with "\r\n" after every 76 output characters, and its reverse.
+  static std::string encrypt(const std::string& plain);
+  static std::string decrypt(const std::string& coded);
+};
+
+}  // namespace utility
+}  // namespace vortm
+
+#endif

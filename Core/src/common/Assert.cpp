@@ -1,0 +1,16 @@
+#include "common/Assert.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace vortm {
+namespace common {
+
+void assertFailed(const char* expr, const char* file, int line, const char* func) {
+  std::fprintf(stderr, "%s:%d: %s: Assertion `%s' failed.\n", file, line, func, expr);
+  std::fflush(stderr);
+  std::abort();
+}
+
+}  // namespace common
+}  // namespace vortm

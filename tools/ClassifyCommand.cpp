@@ -19,8 +19,8 @@ namespace cli {
 namespace {
 
 const char* kHelp =
-    "Usage: vorelin classify [--config FILE] [--threads N] [--format tsv|jsonl]\n"
-    "                        [--input FILE] [--quiet] [TEXT...]\n"
+    "Usage: vorelin classify [--config FILE | --encoding utf-8|gbk] [--threads N]\n"
+    "                        [--format tsv|jsonl] [--input FILE] [--quiet] [TEXT...]\n"
     "\n"
     "Scores each TEXT, or each line of FILE, or each line of standard input when\n"
     "neither is given. Prints one line per input line, in input order:\n"
@@ -30,6 +30,7 @@ const char* kHelp =
     "aligned. Positive scores mean positive opinion.\n"
     "\n"
     "  --config FILE   classifier configuration (default: the shipped model)\n"
+    "  --encoding E    the shipped model for texts in utf-8 (default) or gbk\n"
     "  --threads N     classify on one handle from N threads (default 1)\n"
     "  --format F      tsv or jsonl\n"
     "  --input FILE    read texts from FILE, one per line\n"
@@ -126,7 +127,7 @@ class Progress {
 }  // namespace
 
 int runClassify(int argc, char** argv) {
-  CommandLine cl({"config", "threads", "format", "input"}, {"quiet", "help"});
+  CommandLine cl({"config", "encoding", "threads", "format", "input"}, {"quiet", "help"});
   if (!cl.parse(argc, argv, 2)) return usageError("classify", cl.error());
   if (cl.has("help")) {
     std::fputs(kHelp, stdout);
@@ -144,9 +145,13 @@ int runClassify(int argc, char** argv) {
   if (cl.has("input") && !cl.positional().empty())
     return usageError("classify", "give texts as arguments or with --input, not both");
 
+  std::string encoding = cl.get("encoding", "utf-8");
+  if (encoding == "utf8" || encoding == "UTF-8") encoding = "utf-8";
+  if (encoding == "GBK") encoding = "gbk";
+  if (encoding != "utf-8" && encoding != "gbk") return usageError("classify", "--encoding must be utf-8 or gbk");
   std::string config = cl.get("config");
   if (config.empty()) {
-    config = defaultModelConfig();
+    config = defaultModelConfig(encoding);
     if (config.empty()) {
       std::fprintf(stderr, "vorelin classify: no default model found; build it or give --config FILE\n");
       return kFailure;

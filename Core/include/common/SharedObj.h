@@ -53,14 +53,16 @@ class SafeSharedObj {
   }
 
   int countMinus() {
+    int count;
     {
       FastMutex::ScopedLock lock(m_mutex);
       --m_count;
       VOR_ASSERT(m_count >= 0);
+      // The value is taken under the lock: reading m_count again after
+      // unlocking would let two threads both see zero and free twice.
+      count = m_count;
     }
-    // The count is read again outside the lock; only the last owner can see
-    // zero here because every other holder has already decremented.
-    if (m_count > 0) return m_count;
+    if (count > 0) return count;
     if (m_bOwner) {
       if (m_pObj) delete m_pObj;
       m_pObj = nullptr;

@@ -1,0 +1,46 @@
+#ifndef VORTM_APPLICATION_SENTILEXCIONSENTICLASSIFIER_H
+#define VORTM_APPLICATION_SENTILEXCIONSENTICLASSIFIER_H
+
+#include <string>
+
+#include "application/ISentiClassifier.h"
+#include "common/AutoPtr.h"
+#include "common/InstanceCreator.h"
+#include "modular/ILexcionSentiScorer.h"
+#include "modular/TextAnalyzer.h"
+
+namespace vortm {
+namespace application {
+
+// Tokenizes a text and lets a lexicon scorer score the tokens. classify()
+// keeps its tokens in a local and tokenizes in isolated mode, so one
+// configured object may serve several threads.
+class SentiLexcionSentiClassifier : public ISentiClassifier {
+ public:
+  SentiLexcionSentiClassifier();
+  ~SentiLexcionSentiClassifier() override;
+
+  // An analyzer or scorer already set is kept, so a subclass may build its
+  // own first. Without a "lexcion_senti_scorer" block the classifier is
+  // ready but every classify() fails.
+  bool config(const configure::Parameter& param) override;
+  bool classify(const std::string& text, double& score) override;
+  // Rebuilds the parts that were built before; not ready while it runs.
+  bool update(const configure::Parameter& param) override;
+
+  static const std::string PARAM_TEXT_ANALYZER;
+  static const std::string PARAM_LEXCION_SENTI_SCORER;
+
+ protected:
+  common::AutoPtr<modular::TextAnalyzer> m_textAnalyzerPtr;
+  bool m_bReady;
+  common::AutoPtr<modular::ILexcionSentiScorer> m_lexcionSentiScorerPtr;
+};
+
+VORTM_DECLARE_CREATOR(SentiLexcionSentiClassifierCreator, ISentiClassifier, SentiLexcionSentiClassifier,
+                      "lexcion_senti_classifier");
+
+}  // namespace application
+}  // namespace vortm
+
+#endif

@@ -1,0 +1,59 @@
+#include "modular/TextAnalyzer.h"
+
+#include "common/Logger.h"
+#include "configure/Parameter.h"
+
+namespace vortm {
+namespace modular {
+
+using analyzer::Analyzer;
+using analyzer::Token;
+using analyzer::TokenBuffer;
+using common::AutoPtr;
+using configure::Parameter;
+
+const std::string TextAnalyzer::PARAM_ANALYZER = "analyzer";
+
+TextAnalyzer::TextAnalyzer() {}
+
+TextAnalyzer::~TextAnalyzer() {}
+
+bool TextAnalyzer::config(const Parameter& param) {
+  if (m_analyzerPtr) return true;
+  const Parameter& analyzerParam = param[PARAM_ANALYZER];
+  if (analyzerParam.isNull()) return false;
+  m_analyzerPtr = new Analyzer();
+  if (!m_analyzerPtr->config(analyzerParam)) {
+    // The analyzer is kept even so; callers rely on a second config being a
+    // no-op.
+    common::gfn_pLoggerInstance(0, "", 0)->LogWarn("101", "Failed to Configure Analyzer");
+    return false;
+  }
+  return true;
+}
+
+bool TextAnalyzer::configTextAnalyzer(const Parameter& param, AutoPtr<TextAnalyzer>& out) {
+  out = new TextAnalyzer();
+  return out->config(param);
+}
+
+bool TextAnalyzer::tokenizeText(const std::string& text, TokenBuffer& buffer, bool isolated) {
+  if (!m_analyzerPtr) return false;
+  return m_analyzerPtr->doTokenize(text, buffer, isolated);
+}
+
+bool TextAnalyzer::tokenizeText(const std::string& text, std::vector<Token>& tokens, bool isolated) {
+  tokens.clear();
+  TokenBuffer buffer;
+  if (!tokenizeText(text, buffer, isolated)) return false;
+  AutoPtr<TokenBuffer::Iterator> it = buffer.iterator();
+  Token token;
+  while (it->hasNext()) {
+    it->next(token);
+    tokens.push_back(token);
+  }
+  return true;
+}
+
+}  // namespace modular
+}  // namespace vortm

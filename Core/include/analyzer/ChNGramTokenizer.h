@@ -1,0 +1,36 @@
+#ifndef VORTM_ANALYZER_CHNGRAMTOKENIZER_H
+#define VORTM_ANALYZER_CHNGRAMTOKENIZER_H
+
+#include "analyzer/Tokenizer.h"
+#include "common/InstanceCreator.h"
+
+namespace vortm {
+namespace analyzer {
+
+// Overlapping character n-grams (TT_NGRAM) from every character start, with
+// no regard to the class of the characters.
+class ChNGramTokenizer : public Tokenizer {
+ public:
+  ChNGramTokenizer() : m_maxN(4), m_isNFinite(false) {}
+
+  using Tokenizer::config;
+  // Adds "max_n" (1 to 6, otherwise 4) and "is_n_finite" ("true" for only
+  // the max_n-grams).
+  bool config(const configure::Parameter& param) override;
+  bool doTokenizeInternal(const char* text, unsigned int* pForwardRefBuf, unsigned int length, TokenBuffer& out,
+                          unsigned int base) override;
+
+  int getMaxN() const { return m_maxN; }
+  bool isNFinite() const { return m_isNFinite; }
+
+ protected:
+  int m_maxN;
+  bool m_isNFinite;
+};
+
+VORTM_DECLARE_CREATOR(ChNGramTokenizerCreator, Tokenizer, ChNGramTokenizer, "chNGramTokenzier");
+
+}  // namespace analyzer
+}  // namespace vortm
+
+#endif

@@ -22,7 +22,9 @@ SENTIMENT = ["pos_strong", "neg_strong", "pos_weak", "neg_weak"]
 MODIFIERS = ["degree_10", "degree_11", "degree_12", "degree_13", "degree_14",
              "negation"]
 CONJ = ["but_conj", "though_conj"]
-ALL = SENTIMENT + MODIFIERS + CONJ
+# Segmentation-only words (tag PLAIN) that shield a sentiment word inside them.
+PLAIN = ["plain"]
+ALL = SENTIMENT + MODIFIERS + CONJ + PLAIN
 
 
 def read_list(path, problems):

@@ -10,8 +10,15 @@ compiled after it and win where a word is in both.
 Kept: words made only of CJK ideographs (the segmenter only ever sees runs of
 Chinese characters), of at most 8 characters, with frequency >= MIN_FREQ.
 
-Usage: jieba_to_list.py DICT_TXT OUTPUT
+Given the model's Chinese list folder, words that are exactly a degree or
+negation word followed by a sentiment word of our lists (很快, 太贵, 不满意)
+are left out, unless a list has the compound itself. Longest match would
+otherwise read such a word as one neutral token; without it the text splits
+into the modifier and the sentiment word, and the scorer weighs the two.
+
+Usage: jieba_to_list.py DICT_TXT OUTPUT [ZH_LIST_DIR]
 """
+import os
 import sys
 
 MIN_FREQ = 1
@@ -23,11 +30,57 @@ def is_han(ch):
     return 0x4E00 <= cp <= 0x9FFF or 0x3400 <= cp <= 0x4DBF
 
 
+SENTIMENT = ("pos_strong", "neg_strong", "pos_weak", "neg_weak")
+MODIFIERS = ("degree_10", "degree_11", "degree_12", "degree_13", "degree_14",
+             "negation")
+
+
+def read_list(path):
+    words = set()
+    with open(path, encoding="utf-8") as f:
+        for line in f:
+            w = line.strip()
+            if w and not w.startswith("#"):
+                words.add(w)
+    return words
+
+
+def load_lists(folder):
+    """Returns (sentiment words, modifier words, every listed word)."""
+    groups = {}
+    for name in SENTIMENT + MODIFIERS:
+        path = os.path.join(folder, name + ".txt")
+        groups[name] = read_list(path) if os.path.exists(path) else set()
+    sentiment = set().union(*(groups[n] for n in SENTIMENT))
+    modifiers = set().union(*(groups[n] for n in MODIFIERS))
+    listed = set().union(*groups.values())
+    if os.path.isdir(folder):
+        for name in os.listdir(folder):
+            if name.endswith(".txt"):
+                listed |= read_list(os.path.join(folder, name))
+    return sentiment, modifiers, listed
+
+
+# One-character modifiers that also start many ordinary words (偏好, 偏差,
+# 微妙, 老美, 满坑): a compound beginning with one of them stays whole.
+AMBIGUOUS_HEADS = {"偏", "微", "老", "满", "非", "尚"}
+
+
+def glued(word, sentiment, modifiers):
+    """True if word is a modifier directly followed by a sentiment word."""
+    return any(word[:i] in modifiers and word[i:] in sentiment
+               and word[:i] not in AMBIGUOUS_HEADS
+               for i in range(1, len(word)))
+
+
 def main(argv):
-    if len(argv) != 3:
+    if len(argv) not in (3, 4):
         sys.stderr.write(__doc__)
         return 2
     source, target = argv[1], argv[2]
+    sentiment, modifiers, listed = (load_lists(argv[3]) if len(argv) == 4
+                                    else (set(), set(), set()))
+    dropped = 0
     words = []
     seen = set()
     with open(source, encoding="utf-8") as f:
@@ -44,6 +97,9 @@ def main(argv):
                 continue
             if not all(is_han(ch) for ch in word):
                 continue
+            if word not in listed and glued(word, sentiment, modifiers):
+                dropped += 1
+                continue
             seen.add(word)
             words.append(word)
     with open(target, "w", encoding="utf-8") as out:
@@ -52,7 +108,8 @@ def main(argv):
         out.write("#! type CH_WORD\n#! tag PLAIN\n")
         for w in words:
             out.write(w + "\n")
-    sys.stderr.write("jieba_to_list: %d words\n" % len(words))
+    sys.stderr.write("jieba_to_list: %d words, %d glued modifier+sentiment "
+                     "words left out\n" % (len(words), dropped))
     return 0
 
 

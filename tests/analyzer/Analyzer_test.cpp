@@ -111,7 +111,7 @@ TEST(AnalyzerTest, ChainOffsetsAreRelativeToTheWholeText) {
                     "ok/28/29/14/1"}),
             analyze(*utf8, "好的，Hi there!\n再见？ok"));
   // A span is cut at a zero byte when it is handed on.
-  EXPECT_EQ(Stream({"ab/0/1/14/1", "ef/8/9/14/1"}), analyze(*utf8, std::string("ab\0cd，ef", 12)));
+  EXPECT_EQ(Stream({"ab/0/1/14/1", "ef/8/9/14/1"}), analyze(*utf8, std::string("ab\0cd，ef", 10)));
   // A four-byte sequence fails the lexer: from there each byte stands alone,
   // and tokenizing goes on.
   EXPECT_EQ(Stream({"a/0/0/14/1", "\xF0/1/1/1/1", "\x9F/2/2/1/1", "\x98/3/3/1/1", "\x80/4/4/1/1", "b/5/5/14/1",

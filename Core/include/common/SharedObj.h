@@ -22,11 +22,7 @@ class SharedObj {
     --m_count;
     VOR_ASSERT(m_count >= 0);
     if (m_count > 0) return m_count;
-    if (m_bOwner) {
-      if (m_pObj) delete m_pObj;
-      m_pObj = nullptr;
-    }
-    delete this;
+    release();
     return 0;
   }
 
@@ -34,6 +30,17 @@ class SharedObj {
   int getCount() const { return m_count; }
 
  private:
+  // Frees the object (when owned) and the holder. Kept out of line: inlined
+  // into every pointer's destructor it only bloats the code and confuses the
+  // compiler's use-after-free analysis.
+  __attribute__((noinline)) void release() {
+    if (m_bOwner) {
+      if (m_pObj) delete m_pObj;
+      m_pObj = nullptr;
+    }
+    delete this;
+  }
+
   int m_count;
   T* m_pObj;
   bool m_bOwner;
@@ -63,11 +70,7 @@ class SafeSharedObj {
       count = m_count;
     }
     if (count > 0) return count;
-    if (m_bOwner) {
-      if (m_pObj) delete m_pObj;
-      m_pObj = nullptr;
-    }
-    delete this;
+    release();
     return 0;
   }
 
@@ -75,6 +78,17 @@ class SafeSharedObj {
   int getCount() const { return m_count; }
 
  private:
+  // Frees the object (when owned) and the holder. Kept out of line: inlined
+  // into every pointer's destructor it only bloats the code and confuses the
+  // compiler's use-after-free analysis.
+  __attribute__((noinline)) void release() {
+    if (m_bOwner) {
+      if (m_pObj) delete m_pObj;
+      m_pObj = nullptr;
+    }
+    delete this;
+  }
+
   int m_count;
   T* m_pObj;
   bool m_bOwner;

@@ -8,13 +8,13 @@ bool TokenFilter::filter(Token& token) {
   return filterInternal(token);
 }
 
+// Walks to the end of the chain without recursion, so that a long chain
+// passes no copies of the new filter down the stack.
 void TokenFilter::attachFilter(common::AutoPtr<TokenFilter> next) {
   if (!next) return;
-  if (!m_nextFilterPtr) {
-    m_nextFilterPtr = next;
-    return;
-  }
-  m_nextFilterPtr->attachFilter(next);
+  TokenFilter* tail = this;
+  while (tail->m_nextFilterPtr) tail = tail->m_nextFilterPtr.get();
+  tail->m_nextFilterPtr = next;
 }
 
 common::AutoPtr<TokenFilter> TokenFilter::cloneIgnoringState() {

@@ -1,0 +1,233 @@
+#ifndef VORTM_ANALYZER_COMPLEXMATCHTRIEDICT_H
+#define VORTM_ANALYZER_COMPLEXMATCHTRIEDICT_H
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "analyzer/Token.h"
+#include "analyzer/TokenBuffer.h"
+#include "analyzer/TrieDict.h"
+#include "common/Assert.h"
+
+namespace vortm {
+namespace analyzer {
+
+// Segments by looking three words ahead: at each position every cut of the
+// next three words is a candidate chunk, the chunks are ranked by greatest
+// total length, then greatest mean word length, then smallest variance of
+// word lengths, and only the first word of the winner is committed. Longest
+// match alone cannot see that its word spoils what follows (研究生|命 where
+// 研究|生命 is meant); the look-ahead can.
+//
+// match() keeps its state in locals and only reads the tree, so it may run
+// on many threads at once, as the base's does.
+template <class CHAR>
+class ComplexMatchTrieDict : public TrieDict<CHAR> {
+ public:
+  struct MatchWord {
+    MatchWord() : byteLength(0), charCount(0), weight(0) {}
+    std::string word;
+    unsigned int byteLength;
+    unsigned int charCount;
+    // The trie value; 0 for a lone character that no word starts with.
+    unsigned short weight;
+  };
+
+  typedef std::vector<MatchWord> WordChunk;
+
+  explicit ComplexMatchTrieDict(const std::string& lexerIdentifier) : TrieDict<CHAR>(lexerIdentifier) {}
+  virtual ~ComplexMatchTrieDict() {}
+
+  bool match(const char* text, unsigned int length, unsigned int* pForwardRefBuf, TokenBuffer& out,
+             unsigned int base) override {
+    VOR_ASSERT(pForwardRefBuf);
+    unsigned int pending = 0;
+    unsigned int i = 0;
+    MatchWord previous;
+    std::vector<WordChunk> nWordChunks;
+    while (i < length) {
+      nWordChunks.clear();
+      matchNWordChunk(text, length, pForwardRefBuf, i, 3, nWordChunks);
+      VOR_ASSERT(nWordChunks.size() > 0);
+      unsigned int picked = pickOptimizationWordChunk(nWordChunks, previous);
+      if (picked >= nWordChunks.size() || nWordChunks[picked].empty()) return false;
+      const MatchWord& word = nWordChunks[picked][0];
+      if (word.weight != 0) {
+        if (pending < i) TrieDict<CHAR>::writeSpan(out, text, pending, i, base);
+        appendToken(out, text + i, word.byteLength, static_cast<int>(base + i),
+                    static_cast<int>(base + i + word.byteLength - 1), static_cast<Token::TType>(word.weight >> 8),
+                    static_cast<Token::TTag>(word.weight & 0xFF));
+        pending = i + word.byteLength;
+      }
+      // Unknown characters are skipped here and gather into the next span.
+      i += word.byteLength;
+      previous = word;
+    }
+    if (pending < length) TrieDict<CHAR>::writeSpan(out, text, pending, length, base);
+    return true;
+  }
+
+  // Appends to `chunks` every cut of up to `n` words from `position`, by
+  // rising length of the first word. Where no dictionary word starts, the
+  // single character stands in as a word of value 0, so a position inside
+  // the text always yields at least one chunk.
+  bool matchNWordChunk(const char* text, unsigned int length, unsigned int* pForwardRefBuf, unsigned int position,
+                       unsigned int n, std::vector<WordChunk>& chunks) {
+    if (n == 0 || position >= length) return true;
+    const unsigned char* bytes = reinterpret_cast<const unsigned char*>(text);
+    const typename TrieDict<CHAR>::TrieTreeNode* node = this->getRoot();
+    unsigned int j = position;
+    unsigned int charCount = 0;
+    bool found = false;
+    while (j < length) {
+      unsigned int charLength = TrieDict<CHAR>::charLengthAt(pForwardRefBuf, j, length);
+      node = node->getBranch(TrieDict<CHAR>::packChar(bytes + j, charLength));
+      if (!node) break;
+      j += charLength;
+      ++charCount;
+      if (node->weight != 0) {
+        found = true;
+        appendChunks(makeWord(text, position, j, charCount, node->weight), j, text, length, pForwardRefBuf, n,
+                     chunks);
+      }
+    }
+    if (found) return true;
+    unsigned int end = position + TrieDict<CHAR>::charLengthAt(pForwardRefBuf, position, length);
+    appendChunks(makeWord(text, position, end, 1, 0), end, text, length, pForwardRefBuf, n, chunks);
+    return true;
+  }
+
+  // The index of the chunk whose first word is to be committed. `previous`,
+  // the word committed before, is not looked at here.
+  virtual unsigned int pickOptimizationWordChunk(std::vector<WordChunk>& chunks, const MatchWord& previous) {
+    (void)previous;
+    unsigned int picked = 0;
+    std::vector<unsigned int> tied;
+    if (pickByLength(chunks, tied, picked)) return picked;
+
+    std::vector<unsigned int> best;
+    double bestVariance = 10000000.0;
+    for (unsigned int index : tied) {
+      double variance = varianceOf(chunks[index]);
+      if (variance < bestVariance) {
+        bestVariance = variance;
+        best.clear();
+        best.push_back(index);
+      } else if (variance == bestVariance) {
+        best.push_back(index);
+      }
+    }
+    // Among equal variances the latest chunk, the one of the longest first
+    // word, wins. Should every variance exceed the starting bound (words of
+    // thousands of characters), the latest of the tie still wins.
+    return best.empty() ? tied.back() : best.back();
+  }
+
+ protected:
+  // The rules on length that every ranking starts with. True if they decide
+  // alone, with `picked` set. Otherwise `tied` holds, in order, the indices
+  // of the chunks of greatest total and greatest mean, at least two.
+  static bool pickByLength(const std::vector<WordChunk>& chunks, std::vector<unsigned int>& tied,
+                           unsigned int& picked) {
+    picked = 0;
+    tied.clear();
+    if (chunks.empty()) return true;
+
+    // Same length of the first word means the same first word: whatever
+    // follows it, the committed word is the same.
+    bool sameFirst = true;
+    for (size_t k = 0; k < chunks.size() && sameFirst; ++k)
+      sameFirst = !chunks[k].empty() && chunks[k][0].charCount == chunks[0][0].charCount;
+    if (sameFirst) return true;
+
+    long long bestTotal = -1;
+    for (unsigned int k = 0; k < chunks.size(); ++k) {
+      if (chunks[k].empty()) continue;
+      long long total = totalOf(chunks[k]);
+      if (total > bestTotal) {
+        bestTotal = total;
+        tied.clear();
+      }
+      if (total == bestTotal) tied.push_back(k);
+    }
+    if (tied.size() <= 1) {
+      picked = tied.empty() ? 0 : tied[0];
+      return true;
+    }
+
+    std::vector<unsigned int> byMean;
+    double bestMean = -1.0;
+    for (unsigned int index : tied) {
+      double mean = meanOf(chunks[index]);
+      if (mean > bestMean) {
+        bestMean = mean;
+        byMean.clear();
+        byMean.push_back(index);
+      } else if (mean == bestMean) {
+        byMean.push_back(index);
+      }
+    }
+    tied.swap(byMean);
+    if (tied.size() == 1) {
+      picked = tied[0];
+      return true;
+    }
+    return false;
+  }
+
+  static long long totalOf(const WordChunk& chunk) {
+    long long total = 0;
+    for (const MatchWord& w : chunk) total += w.charCount;
+    return total;
+  }
+
+  static double meanOf(const WordChunk& chunk) {
+    return static_cast<double>(totalOf(chunk)) / static_cast<double>(chunk.size());
+  }
+
+  static double varianceOf(const WordChunk& chunk) {
+    double mean = meanOf(chunk);
+    double sum = 0.0;
+    for (const MatchWord& w : chunk) {
+      double d = static_cast<double>(w.charCount) - mean;
+      sum += d * d;
+    }
+    return sum / static_cast<double>(chunk.size());
+  }
+
+ private:
+  static MatchWord makeWord(const char* text, unsigned int from, unsigned int to, unsigned int charCount,
+                            unsigned short weight) {
+    MatchWord w;
+    w.word.assign(text + from, to - from);
+    w.byteLength = to - from;
+    w.charCount = charCount;
+    w.weight = weight;
+    return w;
+  }
+
+  // One chunk per cut of the text behind `word`, which ends at `next`, or
+  // the word alone when nothing follows it within the look-ahead.
+  void appendChunks(const MatchWord& word, unsigned int next, const char* text, unsigned int length,
+                    unsigned int* pForwardRefBuf, unsigned int n, std::vector<WordChunk>& chunks) {
+    std::vector<WordChunk> rest;
+    matchNWordChunk(text, length, pForwardRefBuf, next, n - 1, rest);
+    if (rest.empty()) {
+      chunks.push_back(WordChunk(1, word));
+      return;
+    }
+    for (WordChunk& tail : rest) {
+      chunks.push_back(WordChunk());
+      WordChunk& chunk = chunks.back();
+      chunk.reserve(tail.size() + 1);
+      chunk.push_back(word);
+      for (MatchWord& w : tail) chunk.push_back(std::move(w));
+    }
+  }
+};
+
+}  // namespace analyzer
+}  // namespace vortm
+
+#endif

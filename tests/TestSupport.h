@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -34,20 +33,23 @@ class StdoutCapture {
   std::streambuf* m_old;
 };
 
-// The record the logger writes, with the time stamp as a pattern.
-inline std::string logPattern(const std::string& level, const std::string& code, const std::string& msg) {
-  std::string escaped;
-  for (char c : msg) {
-    if (std::string("\\^$.|?*+()[]{}").find(c) != std::string::npos) escaped += '\\';
-    escaped += c;
+// True when the line starts with a time stamp "<YYYY-MM-DD hh:mm:ss>".
+inline bool hasTimeStamp(const std::string& line) {
+  static const char shape[] = "<dddd-dd-dd dd:dd:dd>";
+  if (line.size() < sizeof(shape) - 1) return false;
+  for (size_t i = 0; i + 1 < sizeof(shape); ++i) {
+    bool digit = line[i] >= '0' && line[i] <= '9';
+    if (shape[i] == 'd' ? !digit : line[i] != shape[i]) return false;
   }
-  return "<\\d{4}-\\d{2}-\\d{2} \\d{2}:\\d{2}:\\d{2}><\\[App\\]\\[Vor_Text_Mining\\]><\\[" + level +
-         "Code\\]\\[" + code + "\\]><\\[" + level + "Msg\\]\\[" + escaped + "\\]>";
+  return true;
 }
 
+// The record the logger writes: a time stamp, then the fixed text.
 inline bool isLogRecord(const std::string& line, const std::string& level, const std::string& code,
                         const std::string& msg) {
-  return std::regex_match(line, std::regex(logPattern(level, code, msg)));
+  const std::string rest = "<[App][Vor_Text_Mining]><[" + level + "Code][" + code + "]><[" + level + "Msg][" +
+                           msg + "]>";
+  return hasTimeStamp(line) && line.compare(21, std::string::npos, rest) == 0;
 }
 
 // A fresh directory under the system's temporary folder, removed at the end.

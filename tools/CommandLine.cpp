@@ -76,8 +76,10 @@ class NullBuffer : public std::streambuf {
 }  // namespace
 
 void redirectLibraryOutput(bool quiet) {
-  static NullBuffer null;
-  std::cout.rdbuf(quiet ? static_cast<std::streambuf*>(&null) : std::cerr.rdbuf());
+  // Never destroyed: std::cout is flushed at exit, after function-local
+  // statics are gone, and must not find its buffer freed.
+  static NullBuffer* null = new NullBuffer;
+  std::cout.rdbuf(quiet ? static_cast<std::streambuf*>(null) : std::cerr.rdbuf());
 }
 
 void writeOut(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }

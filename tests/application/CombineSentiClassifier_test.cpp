@@ -6,176 +6,107 @@
 #include "TestSupport.h"
 #include "application/CombineSentiClassifier.h"
 #include "application/SentiClassifierFactory.h"
-#include "configure/BasicParamParser.h"
 
 using namespace vortm;
 using namespace vortm::testing;
 using application::CombineSentiClassifier;
-using common::AutoPtr;
-using configure::Parameter;
 
 namespace {
 
-
-AutoPtr<Parameter> parse(const std::string& text) {
-  configure::BasicParamParser parser;
-  AutoPtr<Parameter> root;
-  EXPECT_TRUE(parser.doParseFromText(text, root)) << text;
-  return root;
+// Configures `c` from a list of members, expecting `ok`, and returns what it printed.
+std::string configure(CombineSentiClassifier& c, const std::string& members, bool ok = true) {
+  registerFixedScoreClassifier();
+  StdoutCapture capture;
+  EXPECT_EQ(ok, c.config(*parse(list(members)))) << members;
+  return capture.str();
 }
 
-std::string list(const std::string& members) {
-  return "<number_senti_classifiers>" + members + "</number_senti_classifiers>";
-}
-
-class CombineTest : public ::testing::Test {
- protected:
-  void SetUp() override { registerFixedScoreClassifier(); }
-
-  // Configures a fresh classifier and returns the result with the output.
-  bool configure(CombineSentiClassifier& c, const std::string& xml, std::string* out = nullptr) {
-    AutoPtr<Parameter> root = parse(xml);
-    StdoutCapture capture;
-    bool ok = c.config(*root);
-    if (out) *out = capture.str();
-    return ok;
-  }
-};
-
-TEST_F(CombineTest, WeightedSumIsNotNormalised) {
-  double score = 42.0;
-  {
-    CombineSentiClassifier c;
-    ASSERT_TRUE(configure(c, list(member("test_fixed_score", numericWeight(0.5), scoreParam(1.0)) +
-                                  member("test_fixed_score", numericWeight(0.5), scoreParam(-1.0)))));
-    ASSERT_TRUE(c.classify("text", score));
-    EXPECT_DOUBLE_EQ(0.0, score);
-  }
-  {
-    CombineSentiClassifier c;
-    ASSERT_TRUE(configure(c, list(member("test_fixed_score", numericWeight(2.0), scoreParam(1.0)) +
-                                  member("test_fixed_score", numericWeight(3.0), scoreParam(1.0)))));
-    ASSERT_TRUE(c.classify("text", score));
-    EXPECT_DOUBLE_EQ(5.0, score);
-
-    // An empty text gives 0.0 without asking any member.
-    int before = FixedScoreClassifier::s_calls;
-    score = 7.0;
-    ASSERT_TRUE(c.classify("", score));
-    EXPECT_EQ(0.0, score);
-    EXPECT_EQ(before, FixedScoreClassifier::s_calls);
-  }
-  {
-    // One member of weight zero is allowed; the float type works as numeric.
-    CombineSentiClassifier c;
-    ASSERT_TRUE(configure(c, list(member("test_fixed_score", numericWeight(0.0), scoreParam(9.0)) +
-                                  member("test_fixed_score", "<number_weight type=\"FLOAT\">1</number_weight>",
-                                         scoreParam(0.25)))));
-    ASSERT_TRUE(c.classify("text", score));
-    EXPECT_DOUBLE_EQ(0.25, score);
-  }
-}
-
-TEST_F(CombineTest, ConfigFailuresAndTheirRecords) {
-  struct Case {
-    std::string xml;
-    std::string message;  // empty: fails silently
+TEST(CombineTest, WeightedSumIsNotNormalised) {
+  // Weights 2 and 3 give 5; a zero weight is allowed, and the float type works as numeric.
+  const std::pair<std::string, double> cases[] = {
+      {fixed(2.0, scoreParam(1.0)) + fixed(3.0, scoreParam(1.0)), 5.0},
+      {fixed(0.0, scoreParam(9.0)) +
+           member("test_fixed_score", "<number_weight type=\"FLOAT\">1</number_weight>", scoreParam(0.25)), 0.25},
   };
+  for (const auto& c : cases) {
+    CombineSentiClassifier classifier;
+    double score = 42.0;
+    configure(classifier, c.first);
+    ASSERT_TRUE(classifier.classify("text", score));
+    EXPECT_DOUBLE_EQ(c.second, score);
+    // An empty text gives 0.0 without asking the members.
+    ASSERT_TRUE(classifier.classify("", score));
+    EXPECT_EQ(0.0, score);
+  }
+}
+
+TEST(CombineTest, ConfigFailuresAndTheirRecords) {
   const std::string noWeight =
       "No \"number_weight\" Item for the Number Senti Classifier  or the Weight Value is Invalid";
-  Case cases[] = {
-      {list(member("no_such_classifier", numericWeight(1.0), "")),
-       "Fail to Init the Number Senti Classifer with Identifier no_such_classifier"},
-      {list("<item><param></param>" + numericWeight(1.0) + "</item>"),
-       "No \"identifier\" Item for the Number Senti Classifier"},
+  const std::string noInit = "Fail to Init the Number Senti Classifer with Identifier ";
+  // Each config and its warning; all weights zero fails silently.
+  const std::pair<std::string, std::string> cases[] = {
+      {member("no_such_classifier", numericWeight(1.0), ""), noInit + "no_such_classifier"},
+      {"<item>" + numericWeight(1.0) + "</item>", "No \"identifier\" Item for the Number Senti Classifier"},
       // A weight without a type is a plain node, which has no float value.
-      {list(member("test_fixed_score", "<number_weight>0.5</number_weight>", "")), noWeight},
-      {list(member("test_fixed_score", "<number_weight type=\"int\">1</number_weight>", "")), noWeight},
-      {list(member("test_fixed_score", numericWeight(-0.5), "")), noWeight},
-      {list(member("test_fixed_score", "", "")), noWeight},
-      {list(member("test_fixed_score", numericWeight(1.0), "<config_fail>true</config_fail>")),
-       "Fail to Init the Number Senti Classifer with Identifier test_fixed_score"},
-      {list(""), "No Number Sentiment Classifer Inited"},
-      {"<other>1</other>", "No Number Sentiment Classifer Inited"},
-      {list(member("test_fixed_score", numericWeight(0.0), "") + member("test_fixed_score", numericWeight(0.0), "")),
-       ""},
+      {member("test_fixed_score", "<number_weight>0.5</number_weight>", ""), noWeight},
+      {fixed(-0.5, ""), noWeight},
+      {member("test_fixed_score", "", ""), noWeight},
+      {fixed(1.0, "<config_fail>true</config_fail>"), noInit + "test_fixed_score"},
+      {"", "No Number Sentiment Classifer Inited"},
+      {fixed(0.0, "") + fixed(0.0, ""), ""},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     CombineSentiClassifier classifier;
-    std::string out;
-    EXPECT_FALSE(configure(classifier, c.xml, &out)) << c.xml;
-    if (c.message.empty()) {
-      EXPECT_EQ("", out) << c.xml;
-    } else {
-      EXPECT_TRUE(isLogRecord(out.substr(0, out.size() - 1), "Warn", "101", c.message)) << c.xml << "\n" << out;
-    }
+    const std::string out = configure(classifier, c.first, false);
+    if (c.second.empty())
+      EXPECT_EQ("", out) << c.first;
+    else
+      EXPECT_TRUE(isLogRecord(out.substr(0, out.size() - 1), "Warn", "101", c.second)) << c.first << "\n" << out;
     double score = 3.0;
     EXPECT_FALSE(classifier.classify("text", score));
     EXPECT_EQ(3.0, score);  // not ready: the score is left alone
   }
 }
 
-TEST_F(CombineTest, FailingMemberFailsTheCallWithPartialSum) {
+TEST(CombineTest, FailingMemberFailsTheCallWithPartialSum) {
   CombineSentiClassifier c;
-  ASSERT_TRUE(configure(c, list(member("test_fixed_score", numericWeight(2.0), scoreParam(0.5)) +
-                                member("test_fixed_score", numericWeight(1.0), "<fail>true</fail>"))));
+  configure(c, fixed(2.0, scoreParam(0.5)) + fixed(1.0, "<fail>true</fail>"));
   double score = 0.0;
   StdoutCapture capture;
   EXPECT_FALSE(c.classify("text", score));
   EXPECT_DOUBLE_EQ(1.0, score);
-  EXPECT_TRUE(isLogRecord(capture.lines().at(0), "Warn", "101", "Failed to Classify by One Number Sentiment Classifer"));
+  EXPECT_TRUE(isLogRecord(capture.lines().at(0), "Warn", "101",
+                          "Failed to Classify by One Number Sentiment Classifer"));
 }
 
-TEST_F(CombineTest, UpdateGoesByPosition) {
+TEST(CombineTest, UpdateGoesByPosition) {
   CombineSentiClassifier c;
-  ASSERT_TRUE(configure(c, list(member("test_fixed_score", numericWeight(1.0), scoreParam(1.0)) +
-                                member("test_fixed_score", numericWeight(10.0), scoreParam(1.0)))));
+  configure(c, fixed(1.0, scoreParam(1.0)) + fixed(10.0, scoreParam(1.0)));
   double score = 0.0;
-
-  // Fewer items than members: only the first is updated; identifiers and
-  // weights are not read again.
+  // Fewer items than members update the first only; identifiers and weights are not read again.
   ASSERT_TRUE(c.update(*parse(list(member("ignored", numericWeight(100.0), scoreParam(-2.0))))));
   ASSERT_TRUE(c.classify("t", score));
   EXPECT_DOUBLE_EQ(-2.0 + 10.0, score);
 
-  // More items than members fails and leaves the classifier not ready.
-  std::string three = list(member("x", "", scoreParam(1.0)) + member("x", "", scoreParam(1.0)) +
-                           member("x", "", scoreParam(1.0)));
-  EXPECT_FALSE(c.update(*parse(three)));
-  EXPECT_FALSE(c.classify("t", score));
-
-  // An empty list fails too; a good update makes it ready again.
-  EXPECT_FALSE(c.update(*parse(list(""))));
-  EXPECT_FALSE(c.classify("t", score));
-  ASSERT_TRUE(c.update(*parse(list(member("x", "", scoreParam(3.0)) + member("x", "", scoreParam(0.5))))));
-  ASSERT_TRUE(c.classify("t", score));
-  EXPECT_DOUBLE_EQ(3.0 + 5.0, score);
-
-  // A member whose update fails fails the whole update.
-  EXPECT_FALSE(c.update(*parse(list(member("x", "", "<update_fail>true</update_fail>")))));
-  EXPECT_FALSE(c.classify("t", score));
+  // More items than members, none, or a failing member update fail and leave
+  // the classifier not ready; a good update makes it ready again.
+  const std::string one = member("x", "", scoreParam(1.0));
+  for (const std::string& bad : {one + one + one, std::string(), member("x", "", "<update_fail>true</update_fail>")}) {
+    EXPECT_FALSE(c.update(*parse(list(bad)))) << bad;
+    EXPECT_FALSE(c.classify("t", score)) << bad;
+    ASSERT_TRUE(c.update(*parse(list(member("x", "", scoreParam(3.0)) + member("x", "", scoreParam(0.5))))));
+    ASSERT_TRUE(c.classify("t", score));
+    EXPECT_DOUBLE_EQ(3.0 + 5.0, score);
+  }
 }
 
-TEST_F(CombineTest, FactoryBuildsByIdentifier) {
-  AutoPtr<Parameter> root = parse(scoreParam(0.75));
-  auto c = application::SentiClassifierFactory::getSentiClassifier("test_fixed_score", *root);
-  ASSERT_TRUE(c);
-  double score = 0.0;
-  ASSERT_TRUE(c->classify("t", score));
-  EXPECT_DOUBLE_EQ(0.75, score);
-  EXPECT_FALSE(application::SentiClassifierFactory::getSentiClassifier("nope", *root));
-
+TEST(CombineTest, FactoryFailures) {
+  EXPECT_FALSE(application::SentiClassifierFactory::getSentiClassifier("nope", *parse(scoreParam(0.75))));
   StdoutCapture capture;
-  EXPECT_FALSE(application::SentiClassifierFactory::getSentiClassifier("test_fixed_score",
-                                                                       std::string("/no/such/file.xml")));
-  EXPECT_TRUE(isLogRecord(capture.lines().at(0), "Warn", "101",
-                          "Failed to Parse Params with Config File/no/such/file.xml"));
+  const std::string missing = "/no/such.xml";
+  EXPECT_FALSE(application::SentiClassifierFactory::getSentiClassifier("test_fixed_score", missing));
+  EXPECT_TRUE(isLogRecord(capture.lines().at(0), "Warn", "101", "Failed to Parse Params with Config File/no/such.xml"));
 }
 
 }  // namespace
-
-namespace vortm {
-namespace testing {
-std::atomic<int> FixedScoreClassifier::s_calls(0);
-}
-}  // namespace vortm

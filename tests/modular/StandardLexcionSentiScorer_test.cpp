@@ -11,106 +11,65 @@ using namespace vortm;
 using namespace vortm::testing;
 using analyzer::Token;
 using common::AutoPtr;
-using configure::Parameter;
 using modular::ILexcionSentiScorer;
 using modular::StandardLexcionSentiScorer;
 
 namespace {
 
-const char* kDefaultWeighter = "<position_weighter><but_conj_boost type=\"float\">2.0</but_conj_boost></position_weighter>";
-
-// Scores a list of tags, each standing for one word.
-double scoreTags(StandardLexcionSentiScorer& scorer, const std::vector<int>& tags) {
-  TokenList list;
-  for (size_t i = 0; i < tags.size(); ++i) list.word("w" + std::to_string(i), tags[i]);
-  double score = 99.0;
-  EXPECT_TRUE(scorer.getSentiScore(list.tokens(), score));
-  return score;
+// Tags 6/7 positive/negative, 8/9 weak negative/positive, 10-14 degree
+// words, 15 negation; 1 plain.
+double score(StandardLexcionSentiScorer& scorer, const std::string& items) {
+  std::vector<Token> tokens = toks(items);
+  double s = 99.0;
+  EXPECT_TRUE(scorer.getSentiScore(tokens, s)) << items;
+  return s;
 }
-
-class StandardScorerTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    AutoPtr<Parameter> p = parseParam(kDefaultWeighter);
-    ASSERT_TRUE(p.get() != nullptr);
-    ASSERT_TRUE(m_scorer.config(*p));
-  }
-  StandardLexcionSentiScorer m_scorer;
-};
 
 }  // namespace
 
-TEST_F(StandardScorerTest, RatioAndDamping) {
-  std::vector<Token> none;
-  double score = 99.0;
-  EXPECT_TRUE(m_scorer.getSentiScore(none, score));
-  EXPECT_EQ(0.0, score);
-  // No polar word at all.
-  EXPECT_EQ(0.0, scoreTags(m_scorer, {1, 10, 15}));
-  // One strong word alone: 1.0 damped by 1 x 0.25.
-  EXPECT_DOUBLE_EQ(0.25, scoreTags(m_scorer, {6}));
-  EXPECT_DOUBLE_EQ(-0.25, scoreTags(m_scorer, {1, 7, 1}));
-  // Two in agreement 0.5; from four on no damping.
-  EXPECT_DOUBLE_EQ(0.5, scoreTags(m_scorer, {6, 1, 6}));
-  EXPECT_DOUBLE_EQ(1.0, scoreTags(m_scorer, {6, 6, 6, 6}));
-  // Mixed: S / A = (1 + 1 - 1) / 3, damped by 0.75.
-  EXPECT_DOUBLE_EQ(0.25, scoreTags(m_scorer, {6, 1, 6, 1, 7}));
-}
-
-TEST_F(StandardScorerTest, DegreeWordsAndNegation) {
-  // Alone, a degree word cancels out in the ratio.
-  EXPECT_DOUBLE_EQ(0.25, scoreTags(m_scorer, {10, 6}));
-  // Tag 10 before tag 6 makes 1.5 against -1: (0.5 / 2.5) x 0.5.
-  EXPECT_DOUBLE_EQ(0.1, scoreTags(m_scorer, {10, 6, 1, 7}));
-  // A negated negative word turns positive at a quarter: 0.25 against -1.
-  EXPECT_DOUBLE_EQ(-0.3, scoreTags(m_scorer, {15, 7, 1, 7}));
-  EXPECT_DOUBLE_EQ(0.25, scoreTags(m_scorer, {7, 15}));
-  // A weak word is divided by a strengthening degree: -0.25 / 1.5 against 1.
-  EXPECT_DOUBLE_EQ((1.0 - 0.25 / 1.5) / (1.0 + 0.25 / 1.5) * 0.5, scoreTags(m_scorer, {10, 8, 1, 6}));
-  // ... and ignores a negation: 0.25 stays, against -1.
-  EXPECT_DOUBLE_EQ(-0.3, scoreTags(m_scorer, {15, 9, 1, 7}));
-  // The previous neighbour wins even with a neutral factor: 1.0 for the
-  // positive word, then 1.5 x -1 for the negative one behind tag 10.
-  EXPECT_DOUBLE_EQ(-0.1, scoreTags(m_scorer, {12, 6, 10, 7}));
-  // A degree word two tokens away has no effect.
-  EXPECT_DOUBLE_EQ(0.0, scoreTags(m_scorer, {10, 1, 6, 1, 7}));
-  // An erasing degree word leaves p = 0, yet the word counts: 1/1 x 0.5.
-  EXPECT_DOUBLE_EQ(0.5, scoreTags(m_scorer, {14, 6, 1, 6}));
-}
-
-TEST(StandardScorerConfigTest, WeighterSettingsAndCounting) {
-  // A quoted polar word weighs 0 here: it adds nothing to the sums but
-  // still counts, so the lone unquoted word scores 2 x 0.25.
+TEST(StandardScorerTest, WorkedCases) {
   StandardLexcionSentiScorer scorer;
-  AutoPtr<Parameter> p =
-      parseParam("<position_weighter><quota_penalty type=\"float\">0.0</quota_penalty></position_weighter>");
-  ASSERT_TRUE(scorer.config(*p));
-  TokenList list;
-  list.word("good", 6).add("\"", Token::TT_QUOTE_BEGIN).word("great", 6).add("\"", Token::TT_QUOTE_END);
-  double score = 0.0;
-  ASSERT_TRUE(scorer.getSentiScore(list.tokens(), score));
-  EXPECT_DOUBLE_EQ(0.5, score);
+  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><but_conj_boost type=\"float\">2.0</but_conj_boost>"
+                                        "</position_weighter>")));
+  const std::pair<const char*, double> cases[] = {
+      // S / A damped by 0.25 per polar word up to four: none, one, two, four, mixed.
+      {"", 0.0}, {"a a/10 a/15", 0.0}, {"a/6", 0.25}, {"a a/7 a", -0.25}, {"a/6 a a/6", 0.5},
+      {"a/6 a/6 a/6 a/6", 1.0}, {"a/6 a a/6 a a/7", 0.25},
+      // Alone a degree word cancels out; tag 10 makes 1.5 against -1: (0.5 / 2.5) x 0.5.
+      {"a/10 a/6", 0.25}, {"a/10 a/6 a a/7", 0.1},
+      // A negated negative word turns positive at a quarter, negation before or after it.
+      {"a/15 a/7 a a/7", -0.3}, {"a/7 a/15", 0.25},
+      // A weak word is divided by a strengthening degree and ignores a negation.
+      {"a/10 a/8 a a/6", (1.0 - 0.25 / 1.5) / (1.0 + 0.25 / 1.5) * 0.5}, {"a/15 a/9 a a/7", -0.3},
+      // The previous neighbour wins even with a neutral factor (1.0, then 1.5 x -1).
+      {"a/12 a/6 a/10 a/7", -0.1},
+      // A degree word two tokens away does nothing; an erasing one leaves p = 0, yet the word counts.
+      {"a/10 a a/6 a a/7", 0.0}, {"a/14 a/6 a a/6", 0.5},
+  };
+  for (const auto& c : cases) EXPECT_DOUBLE_EQ(c.second, score(scorer, c.first)) << c.first;
+}
 
-  // A second config keeps the weighter it has.
-  AutoPtr<Parameter> other =
-      parseParam("<position_weighter><quota_penalty type=\"float\">1.0</quota_penalty></position_weighter>");
-  ASSERT_TRUE(scorer.config(*other));
-  ASSERT_TRUE(scorer.getSentiScore(list.tokens(), score));
-  EXPECT_DOUBLE_EQ(0.5, score);
+TEST(StandardScorerTest, WeighterSettingsAndFailures) {
+  // A quoted polar word weighs 0 here: it adds nothing but still counts, so
+  // the lone unquoted word scores 1 x 2 x 0.25. A second config keeps that weighter.
+  StandardLexcionSentiScorer scorer;
+  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><quota_penalty type=\"float\">0.0</quota_penalty>"
+                                        "</position_weighter>")));
+  EXPECT_DOUBLE_EQ(0.5, score(scorer, "good/6 < bad/7 >"));
+  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><quota_penalty type=\"float\">1.0</quota_penalty>"
+                                        "</position_weighter>")));
+  EXPECT_DOUBLE_EQ(0.5, score(scorer, "good/6 < bad/7 >"));
 
   // Without "position_weighter" config succeeds but scoring has no weights.
   StandardLexcionSentiScorer bare;
-  AutoPtr<Parameter> empty = parseParam("<something>x</something>");
-  ASSERT_TRUE(bare.config(*empty));
-  EXPECT_THROW(bare.getSentiScore(list.tokens(), score), std::runtime_error);
-}
+  ASSERT_TRUE(bare.config(*parseParam("<something>x</something>")));
+  std::vector<Token> tokens = toks("good/6");
+  double s = 0.0;
+  EXPECT_THROW(bare.getSentiScore(tokens, s), std::runtime_error);
 
-TEST(StandardScorerConfigTest, RegistryFailures) {
-  // The working path through the registry is covered by the classifier.
-  AutoPtr<ILexcionSentiScorer> scorer(new StandardLexcionSentiScorer(), true);
-  AutoPtr<Parameter> unknown = parseParam("<identifier>no_such_scorer</identifier>");
-  EXPECT_FALSE(ILexcionSentiScorer::configLexcionSentiScorer(*unknown, scorer));
-  EXPECT_TRUE(scorer.get() == nullptr);
-  AutoPtr<Parameter> missing = parseParam("<param>x</param>");
-  EXPECT_FALSE(ILexcionSentiScorer::configLexcionSentiScorer(*missing, scorer));
+  // The registry refuses an unknown or missing identifier and drops the old scorer.
+  AutoPtr<ILexcionSentiScorer> made(new StandardLexcionSentiScorer(), true);
+  EXPECT_FALSE(ILexcionSentiScorer::configLexcionSentiScorer(*parseParam("<identifier>nope</identifier>"), made));
+  EXPECT_TRUE(made.get() == nullptr);
+  EXPECT_FALSE(ILexcionSentiScorer::configLexcionSentiScorer(*parseParam("<param>x</param>"), made));
 }

@@ -1,6 +1,10 @@
 #ifndef VORELIN_TESTS_MODULAR_TOKENBUILDER_H
 #define VORELIN_TESTS_MODULAR_TOKENBUILDER_H
 
+#include <gtest/gtest.h>
+
+#include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -12,30 +16,39 @@
 namespace vortm {
 namespace testing {
 
-// Hand-built token lists: each token carries the type and tag a test needs,
-// with offsets laid end to end.
-class TokenList {
- public:
-  TokenList& add(const std::string& term, int type, int tag = analyzer::Token::TG_PLAIN) {
-    int start = m_tokens.empty() ? 0 : m_tokens.back().endOffset + 1;
-    m_tokens.emplace_back(term, start, start + static_cast<int>(term.size()) - 1,
-                          static_cast<analyzer::Token::TType>(type), static_cast<analyzer::Token::TTag>(tag));
-    return *this;
+// Hand-built tokens, laid end to end, from items such as "good/6 but/but , < q >".
+// An item is a term with an optional tag (a number, or but, though, target).
+// The terms . , ? < > are a sentence mark, clause mark, question mark and
+// opening and closing quote; any other term is an English word.
+inline std::vector<analyzer::Token> toks(const std::string& items) {
+  using analyzer::Token;
+  static const std::map<std::string, int> namedTags = {
+      {"", Token::TG_PLAIN}, {"but", Token::TG_BUT_CONJ}, {"though", Token::TG_THOUGH_CONJ},
+      {"target", Token::TG_TARGET}};
+  static const std::string marks = ".,?<>";
+  static const int markTypes[] = {Token::TT_SEN_PUNC, Token::TT_CLAUSE_PUNC, Token::TT_QUESTION_MARK,
+                                  Token::TT_QUOTE_BEGIN, Token::TT_QUOTE_END};
+  std::vector<Token> out;
+  std::istringstream in(items);
+  for (std::string item; in >> item;) {
+    const size_t slash = item.find('/', 1);
+    const std::string term = item.substr(0, slash);
+    const std::string tag = slash == std::string::npos ? "" : item.substr(slash + 1);
+    const auto name = namedTags.find(tag);
+    const int tg = name != namedTags.end() ? name->second : std::stoi(tag);
+    const size_t mark = term.size() == 1 ? marks.find(term[0]) : std::string::npos;
+    const int start = out.empty() ? 0 : out.back().endOffset + 1;
+    out.emplace_back(term, start, start + static_cast<int>(term.size()) - 1,
+                     static_cast<Token::TType>(mark == std::string::npos ? Token::TT_EN_WORD : markTypes[mark]),
+                     static_cast<Token::TTag>(tg));
   }
-  // A word with the given tag.
-  TokenList& word(const std::string& term, int tag = analyzer::Token::TG_PLAIN) {
-    return add(term, analyzer::Token::TT_EN_WORD, tag);
-  }
-  std::vector<analyzer::Token>& tokens() { return m_tokens; }
-
- private:
-  std::vector<analyzer::Token> m_tokens;
-};
+  return out;
+}
 
 inline common::AutoPtr<configure::Parameter> parseParam(const std::string& xml) {
   configure::BasicParamParser parser;
   common::AutoPtr<configure::Parameter> root;
-  if (!parser.doParseFromText(xml, root)) return common::AutoPtr<configure::Parameter>();
+  EXPECT_TRUE(parser.doParseFromText(xml, root)) << xml;
   return root;
 }
 

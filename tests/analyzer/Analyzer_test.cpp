@@ -1,92 +1,52 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <map>
-#include <set>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include "TestSupport.h"
 #include "TokenStreams.h"
-#include "analyzer/Analyzer.h"
 #include "analyzer/BasicTokenizer.h"
-#include "analyzer/DictTokenizer.h"
-#include "common/InstanceCreator.h"
+#include "analyzer/TrieDict.h"
+#include "analyzer/TrieDictMaxForwardTokenizer.h"
 #include "common/Singleton.h"
 
 using namespace vortm::analyzer;
+using namespace vortm::testing;
 using vortm::common::AutoPtr;
 using vortm::configure::Parameter;
-using vortm::testing::parseConfig;
-using vortm::testing::tokenStream;
-
-typedef std::vector<std::string> Stream;
 
 namespace {
 
-std::vector<std::string> g_filterLog;
-
-// Logs its "name" when it sees a token, drops by "drop_term" or "drop_type",
-// and with "number" true rewrites each tag to 100 plus the count of tokens
-// it has seen: per-text state that a clone must start afresh.
-class RecordingFilter : public TokenFilter {
+// Tags each token with 100 plus the count of tokens it has seen, per-text
+// state that a clone must start afresh, and drops the term "drop".
+class NumberingFilter : public TokenFilter {
  public:
   bool config(const Parameter& param) override {
-    param["name"].getStringValue(m_name);
-    param["drop_term"].getStringValue(m_dropTerm);
-    param["drop_type"].getIntValue(m_dropType);
-    std::string number;
-    m_number = param["number"].getStringValue(number) && number == "true";
+    param["drop"].getStringValue(m_drop);
     return true;
   }
   bool filterInternal(Token& token) override {
-    if (!m_name.empty()) g_filterLog.push_back(m_name + ":" + token.term);
-    if (m_number) token.tag = static_cast<Token::TTag>(100 + m_seen++);
-    return token.term == m_dropTerm || token.type == m_dropType;
+    token.tag = static_cast<Token::TTag>(100 + m_seen++);
+    return token.term == m_drop;
   }
   // Field by field: a copy constructor would also copy the link to the next
   // filter, an unlocked count shared with other threads.
   AutoPtr<TokenFilter> cloneIgnoringStateInternal() override {
-    RecordingFilter* copy = new RecordingFilter();
-    copy->m_name = m_name;
-    copy->m_dropTerm = m_dropTerm;
-    copy->m_dropType = m_dropType;
-    copy->m_number = m_number;
+    NumberingFilter* copy = new NumberingFilter();
+    copy->m_drop = m_drop;
     return AutoPtr<TokenFilter>(copy, true);
   }
 
  private:
-  std::string m_name, m_dropTerm;
-  int m_dropType = -1;
-  bool m_number = false;
+  std::string m_drop;
   int m_seen = 0;
 };
 
-VORTM_DECLARE_CREATOR(RecordingFilterCreator, TokenFilter, RecordingFilter, "testRecordingFilter");
-
-// A dictionary tokenizer over a plain set; "bad" is refused.
-class SetDictTokenizer : public DictTokenizer {
- public:
-  bool config(const Parameter&) override { return true; }
-  bool isInDict(const std::string& word) override { return m_words.count(word) || Tokenizer::isInDict(word); }
-  bool doTokenizeInternal(const char*, unsigned int*, unsigned int, TokenBuffer&, unsigned int) override {
-    return true;
-  }
-  bool insertWord(const std::string& word, Token::TType, Token::TTag) override {
-    if (word == "bad") return false;
-    return m_words.insert(word).second;
-  }
-  std::set<std::string> m_words;
-};
-
-std::string tokenizerXml(const std::string& identifier, const std::string& param) {
-  return "<t><identifier>" + identifier + "</identifier><param>" + param + "</param></t>";
-}
+VORTM_DECLARE_CREATOR(NumberingFilterCreator, TokenFilter, NumberingFilter, "testNumberingFilter");
 
 // An analyzer configured from a "tokenizers" list; fails the test if config fails.
 AutoPtr<Analyzer> makeAnalyzer(const std::string& tokenizers, const std::string& extra = "") {
-  vortm::common::Singleton<vortm::common::InstanceCreatorHelper<RecordingFilterCreator>,
+  vortm::common::Singleton<vortm::common::InstanceCreatorHelper<NumberingFilterCreator>,
                            vortm::common::LazyInstantiation, vortm::common::FastMutex>::instance();
   AutoPtr<Parameter> root = parseConfig("<tokenizers>" + tokenizers + "</tokenizers>" + extra);
   AutoPtr<Analyzer> analyzer(new Analyzer(), true);
@@ -94,19 +54,20 @@ AutoPtr<Analyzer> makeAnalyzer(const std::string& tokenizers, const std::string&
   return analyzer;
 }
 
-Stream analyze(Analyzer& analyzer, const std::string& text, bool isolated = false) {
-  TokenBuffer out;
-  EXPECT_TRUE(analyzer.doTokenize(text, out, isolated));
-  return tokenStream(out);
+const std::string kUtf8 = "<encode>utf-8</encode>";
+
+// The basic tokenizer in UTF-8 with test filters of the given settings.
+std::string basicWithFilters(std::initializer_list<std::string> filterParams) {
+  std::string filters;
+  for (const std::string& param : filterParams) filters += chainItem("testNumberingFilter", param);
+  return chainItem("basicTokenzier", kUtf8 + "<token_filters>" + filters + "</token_filters>");
 }
 
 }  // namespace
 
 TEST(AnalyzerTest, ChainOffsetsAreRelativeToTheWholeText) {
-  AutoPtr<Analyzer> utf8 = makeAnalyzer(tokenizerXml("sentenceTokenzier", "<encode>utf-8</encode>") +
-                                        tokenizerXml("basicTokenzier", "<encode>utf-8</encode>"));
-  // Each span's start is the base of the basic tokenizer's offsets; the last
-  // tokenizer writes its runs out as they stand.
+  AutoPtr<Analyzer> utf8 = makeAnalyzer(chainItem("sentenceTokenzier", kUtf8) + chainItem("basicTokenzier", kUtf8));
+  // Each span's start is the base of the basic tokenizer's offsets.
   EXPECT_EQ(Stream({"好的/0/5/6/1", "Hi/9/10/14/1", "there/12/16/14/1", "!/17/17/1/1", "再见/19/24/6/1",
                     "ok/28/29/14/1"}),
             analyze(*utf8, "好的，Hi there!\n再见？ok"));
@@ -118,92 +79,58 @@ TEST(AnalyzerTest, ChainOffsetsAreRelativeToTheWholeText) {
                     "\xE4/6/6/1/1", "\xB8/7/7/1/1", "\xAD/8/8/1/1"}),
             analyze(*utf8, "a\xF0\x9F\x98\x80" "b中"));
   EXPECT_EQ(Stream(), analyze(*utf8, ""));
-
-  // GBK "你好，Hi"
-  AutoPtr<Analyzer> gbk = makeAnalyzer(tokenizerXml("sentenceTokenzier", "") + tokenizerXml("basicTokenzier", ""),
+  // GBK "你好，Hi", the encoding inherited by the tokenizers.
+  AutoPtr<Analyzer> gbk = makeAnalyzer(chainItem("sentenceTokenzier", "") + chainItem("basicTokenzier", ""),
                                        "<encode>GB2312</encode>");
-  EXPECT_EQ("GB2312", gbk->getEncode());  // inherited by the tokenizers, kept as written here
   EXPECT_EQ(Stream({"\xC4\xE3\xBA\xC3/0/3/6/1", "Hi/6/7/14/1"}), analyze(*gbk, "\xC4\xE3\xBA\xC3\xA3\xACHi"));
 }
 
 TEST(AnalyzerTest, ConfigRules) {
-  using vortm::testing::StdoutCapture;
   Analyzer analyzer;
   EXPECT_FALSE(analyzer.config(vortm::configure::ParameterNULL));
-
-  // No tokenizer: configured, but tokenizing fails; default encode.
+  // An unknown identifier fails the whole configuration.
+  EXPECT_FALSE(analyzer.config(*parseConfig("<tokenizers>" + chainItem("noSuchTokenzier", kUtf8) + "</tokenizers>")));
+  // No tokenizer: configured, but tokenizing fails.
   AutoPtr<Analyzer> empty = makeAnalyzer("");
-  EXPECT_EQ("utf-8", empty->getEncode());
   TokenBuffer out;
   EXPECT_FALSE(empty->doTokenize("x", out, false));
-
   // An entry without identifier is passed over; the next one still counts.
-  AutoPtr<Analyzer> skipped =
-      makeAnalyzer("<t><param><encode>utf-8</encode></param></t>" + tokenizerXml("basicTokenzier", "<encode>utf8</encode>"));
+  AutoPtr<Analyzer> skipped = makeAnalyzer("<t><param>" + kUtf8 + "</param></t>" +
+                                           chainItem("basicTokenzier", "<encode>utf8</encode>"));
   EXPECT_FALSE(skipped->getTokenizer()->getPostTokenizer());
   EXPECT_EQ(Stream({"Hi/0/1/14/1"}), analyze(*skipped, "Hi"));
 
-  // An unknown identifier fails the whole configuration.
-  AutoPtr<Parameter> root = parseConfig("<tokenizers>" + tokenizerXml("noSuchTokenzier", "<encode>utf-8</encode>") +
-                                        "</tokenizers>");
-  EXPECT_FALSE(analyzer.config(*root));
-
-  // Encodings are lower-cased first; others warn. An unknown lexer fails.
+  // Unknown encodings warn; an unknown lexer fails.
   BasicTokenizer t;
-  EXPECT_TRUE(t.config(*parseConfig("<encode>GB2312</encode>")));
-  EXPECT_EQ("gb2312", t.getEncode());
-  EXPECT_EQ("basicGBKLexer", t.getLexerIdentifier());
-  EXPECT_FALSE(t.config(*parseConfig("<encode>utf-8</encode><lexer_identifier>noLexer</lexer_identifier>")));
-  {
-    StdoutCapture capture;
-    EXPECT_FALSE(t.config(*parseConfig("<encode>ascii</encode>")));
-    std::map<std::string, std::string> param = {{"encode", "latin1"}};
-    EXPECT_FALSE(t.config(param));
-    param.clear();
-    EXPECT_FALSE(t.config(param));  // no encode at all: no utility, no message
-    std::vector<std::string> lines = capture.lines();
-    ASSERT_EQ(2u, lines.size());
-    EXPECT_TRUE(vortm::testing::isLogRecord(lines[0], "Warn", "101", "Unsupported Encode ascii")) << lines[0];
-    EXPECT_TRUE(vortm::testing::isLogRecord(lines[1], "Warn", "101", "Unsupported Encode latin1")) << lines[1];
-  }
+  EXPECT_FALSE(t.config(*parseConfig(kUtf8 + "<lexer_identifier>noLexer</lexer_identifier>")));
+  StdoutCapture capture;
+  EXPECT_FALSE(t.config(*parseConfig("<encode>ascii</encode>")));
+  std::map<std::string, std::string> param = {{"encode", "latin1"}}, none;
+  EXPECT_FALSE(t.config(param));
+  EXPECT_FALSE(t.config(none));  // no encode at all: no message
+  const Stream lines = capture.lines();
+  ASSERT_EQ(2u, lines.size());
+  EXPECT_TRUE(isLogRecord(lines[0], "Warn", "101", "Unsupported Encode ascii")) << lines[0];
+  EXPECT_TRUE(isLogRecord(lines[1], "Warn", "101", "Unsupported Encode latin1")) << lines[1];
 }
 
 TEST(AnalyzerTest, FilterChain) {
-  // Configured A then B: B sees each token first, and a drop by B hides the
-  // token from A.
-  g_filterLog.clear();
-  AutoPtr<Analyzer> ordered = makeAnalyzer(tokenizerXml(
-      "basicTokenzier",
-      "<encode>utf-8</encode><token_filters>"
-      "<f><identifier>testRecordingFilter</identifier><param><name>A</name></param></f>"
-      "<f><identifier>testRecordingFilter</identifier><param><name>B</name><drop_term>ab</drop_term></param></f>"
-      "</token_filters>"));
-  EXPECT_EQ(Stream({"cd/3/4/14/1"}), analyze(*ordered, "ab cd"));
-  EXPECT_EQ(Stream({"B:ab", "B:cd", "A:cd"}), g_filterLog);
-
-  // A dropped run never reaches the next tokenizer.
-  const std::string ngram = tokenizerXml("chNGramTokenzier", "<encode>utf-8</encode><max_n type=\"int\">1</max_n>");
-  AutoPtr<Analyzer> plain = makeAnalyzer(tokenizerXml("basicTokenzier", "<encode>utf-8</encode>") + ngram);
-  EXPECT_EQ(Stream({"hi/0/1/14/1", "你/2/4/8/1", "好/5/7/8/1"}), analyze(*plain, "hi你好"));
-  AutoPtr<Analyzer> dropping = makeAnalyzer(
-      tokenizerXml("basicTokenzier",
-                   "<encode>utf-8</encode><token_filters><f><identifier>testRecordingFilter</identifier>"
-                   "<param><drop_type type=\"int\">6</drop_type></param></f></token_filters>") +
-      ngram);
-  EXPECT_EQ(Stream({"hi/0/1/14/1"}), analyze(*dropping, "hi你好"));
+  // Configured A then B: B sees each token first, and its drop hides the
+  // token from A, whose count starts at "cd".
+  AutoPtr<Analyzer> ordered = makeAnalyzer(basicWithFilters({"", "<drop>ab</drop>"}));
+  EXPECT_EQ(Stream({"cd/3/4/14/100"}), analyze(*ordered, "ab cd"));
+  // A dropped run never reaches the next tokenizer; the one kept does.
+  AutoPtr<Analyzer> dropping = makeAnalyzer(basicWithFilters({"<drop>你好</drop>"}) +
+                                            chainItem("chNGramTokenzier", kUtf8 + "<max_n type=\"int\">1</max_n>"));
+  EXPECT_EQ(Stream({"hi/0/1/14/100", "呀/9/11/8/1"}), analyze(*dropping, "hi你好 呀"));
 }
 
 TEST(AnalyzerTest, IsolatedModeOnManyThreads) {
-  // The numbering filter carries state from token to token.
-  AutoPtr<Analyzer> analyzer = makeAnalyzer(
-      tokenizerXml("sentenceTokenzier", "<encode>utf-8</encode>") +
-      tokenizerXml("basicTokenzier",
-                   "<encode>utf-8</encode><token_filters><f><identifier>testRecordingFilter</identifier>"
-                   "<param><number>true</number></param></f></token_filters>"));
-  const std::vector<std::string> texts = {"好的，Hi there!\n再见？ok", "one two three", "“引号”里，a-b c"};
+  // Each isolated call, and each span within it, starts the numbering afresh.
+  AutoPtr<Analyzer> analyzer = makeAnalyzer(chainItem("sentenceTokenzier", kUtf8) + basicWithFilters({""}));
+  const Stream texts = {"好的，Hi there!\n再见？ok", "one two three", "“引号”里，a-b c"};
   std::vector<Stream> expected;
   for (const std::string& text : texts) expected.push_back(analyze(*analyzer, text, true));
-  // Each isolated call, and each span within it, starts from fresh state.
   EXPECT_EQ(Stream({"好的/0/5/6/100", "Hi/9/10/14/100", "there/12/16/14/101", "!/17/17/1/102", "再见/19/24/6/100",
                     "ok/28/29/14/100"}),
             expected[0]);
@@ -212,18 +139,15 @@ TEST(AnalyzerTest, IsolatedModeOnManyThreads) {
   analyze(*analyzer, texts[1], false);
   EXPECT_EQ(Stream({"one/0/2/14/103", "two/4/6/14/104", "three/8/12/14/105"}), analyze(*analyzer, texts[1], false));
 
-  std::atomic<int> mismatches(0);
   std::vector<std::thread> threads;
   for (int n = 0; n < 4; ++n)
     threads.emplace_back([&, n] {
       for (int round = 0; round < 200; ++round) {
         size_t k = (round + n) % texts.size();
-        TokenBuffer out;
-        if (!analyzer->doTokenize(texts[k], out, true) || tokenStream(out) != expected[k]) ++mismatches;
+        EXPECT_EQ(expected[k], analyze(*analyzer, texts[k], true));
       }
     });
   for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(0, mismatches.load());
 }
 
 TEST(AnalyzerTest, ChainLinksAndUserWords) {
@@ -233,18 +157,18 @@ TEST(AnalyzerTest, ChainLinksAndUserWords) {
   // Without a dictionary tokenizer there is nowhere to put words.
   EXPECT_FALSE(head->insertUserWords({"x"}, Token::TT_USER_WORD, Token::TG_TARGET));
   EXPECT_FALSE(head->isInDict("x"));
-
   // Appended at the end, linked back without ownership.
   AutoPtr<Tokenizer> middle(new BasicTokenizer(), true);
-  SetDictTokenizer* dict = new SetDictTokenizer();
+  AutoPtr<Tokenizer> dict(
+      new TrieDictMaxForwardTokenizer(AutoPtr<Dict>(new TrieDict<unsigned int>("basicUTF8Lexer"), true)), true);
   head->attachPostTokenizer(middle);
-  head->attachPostTokenizer(AutoPtr<Tokenizer>(dict, true));
-  EXPECT_TRUE(middle->getPostTokenizer() == dict && dict->getPreTokenizer() == middle.get());
+  head->attachPostTokenizer(dict);
+  EXPECT_TRUE(middle->getPostTokenizer() == dict && dict->getPreTokenizer().get() == middle.get());
   EXPECT_EQ(2, middle.useCount());  // ours and the head's link, not the back link
-
-  // The first dictionary tokenizer takes the words in order; a refusal stops.
-  EXPECT_TRUE(head->insertUserWords({"x", "y"}, Token::TT_USER_WORD, Token::TG_TARGET));
-  EXPECT_TRUE(head->isInDict("y"));
-  EXPECT_FALSE(head->insertUserWords({"z", "bad", "w"}, Token::TT_USER_WORD, Token::TG_TARGET));
-  EXPECT_EQ(std::set<std::string>({"x", "y", "z"}), dict->m_words);
+  // The words pass on to the dictionary tokenizer in order; a refusal, here
+  // of a broken character, stops.
+  StdoutCapture capture;
+  EXPECT_FALSE(head->insertUserWords({"x", "ab\xF0", "w"}, Token::TT_USER_WORD, Token::TG_TARGET));
+  EXPECT_TRUE(head->isInDict("x"));
+  EXPECT_FALSE(head->isInDict("w"));
 }

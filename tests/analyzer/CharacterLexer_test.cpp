@@ -1,82 +1,49 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "analyzer/GBKCharacterLexer.h"
 #include "analyzer/UTF8CharacterLexer.h"
 
 using namespace vortm::analyzer;
-using namespace vortm::common;
 
 namespace {
 
-typedef std::vector<std::pair<unsigned int, unsigned int> > Spans;  // offset, length
-
-// Lexes to the end; returns the characters and stores the final result.
-Spans lexAll(CharacterLexer& lexer, const std::string& text, int& last) {
+// Lexes to the end: each call as "offset+length", prefixed by "!" on failure
+// and "$" at the end; 99 marks a value the lexer never set.
+std::string lexAll(CharacterLexer& lexer, const std::string& text) {
   lexer.setText(text);
-  Spans out;
+  std::string out;
   unsigned int offset = 99, length = 99;
-  while ((last = lexer.doLexer(offset, length)) == 1) out.push_back(std::make_pair(offset, length));
+  for (size_t calls = 0; calls < text.size() + 2; ++calls) {
+    int r = lexer.doLexer(offset, length);
+    out += (r == 1 ? "" : r == 0 ? "$" : "!") + std::to_string(offset) + "+" + std::to_string(length);
+    if (r == 0) break;
+    out += " ";
+  }
   return out;
 }
 
 }  // namespace
 
-TEST(CharacterLexerTest, GBK) {
-  GBKCharacterLexer lexer;
-  unsigned int offset = 99, length = 99;
-  int last;
-  EXPECT_EQ(-1, lexer.doLexer(offset, length));  // no text yet
-
-  // "a中，1"
-  EXPECT_EQ(Spans({{0, 1}, {1, 2}, {3, 2}, {5, 1}}), lexAll(lexer, "a\xD6\xD0\xA3\xAC" "1", last));
-  EXPECT_EQ(0, last);
-  // The trail byte is not examined, even when it is ASCII.
-  EXPECT_EQ(Spans({{0, 2}, {2, 1}}), lexAll(lexer, "\x81" "ab", last));
-  // A lone lead byte at the end fails on that character.
-  EXPECT_EQ(Spans({{0, 1}}), lexAll(lexer, "a\xD6", last));
-  EXPECT_EQ(-1, last);
-
-  // Empty text: end at once, at offset 0, length untouched.
-  lexer.setText("");
-  EXPECT_EQ(0, lexer.doLexer(offset, length));
-  EXPECT_EQ(0u, offset);
-  EXPECT_EQ(99u, length);
-}
-
-TEST(CharacterLexerTest, UTF8) {
-  UTF8CharacterLexer lexer;
-  unsigned int offset = 99, length = 99;
-  int last;
-  EXPECT_EQ(-1, lexer.doLexer(offset, length));
-
-  // "aé中" and a stray continuation byte 0x80 alone.
-  EXPECT_EQ(Spans({{0, 1}, {1, 2}, {3, 3}, {6, 1}}), lexAll(lexer, "a\xC3\xA9\xE4\xB8\xAD\x80", last));
-  EXPECT_EQ(0, last);
-  // Continuation bytes are taken unchecked.
-  EXPECT_EQ(Spans({{0, 3}, {3, 1}}), lexAll(lexer, "\xE4" "abc", last));
-  // A three-byte sequence cut after its second byte.
-  EXPECT_EQ(Spans({{0, 1}}), lexAll(lexer, "a\xE4\xB8", last));
-  EXPECT_EQ(-1, last);
-
-  // A four-byte lead fails at once: offset set, length not, lead consumed.
-  lexer.setText("\xF0\x9F\x98\x80");
-  EXPECT_EQ(-1, lexer.doLexer(offset, length));
-  EXPECT_EQ(0u, offset);
-  EXPECT_EQ(99u, length);
-  ASSERT_EQ(1, lexer.doLexer(offset, length));
-  EXPECT_EQ(1u, offset);
-}
-
-TEST(CharacterLexerTest, CreatorsBuildLexersByIdentifier) {
-  Singleton<InstanceCreatorHelper<GBKCharacterLexerCreator>, LazyInstantiation, FastMutex>::instance();
-  Singleton<InstanceCreatorHelper<UTF8CharacterLexerCreator>, LazyInstantiation, FastMutex>::instance();
-  AutoPtr<CharacterLexer> gbk(InstanceCreator<CharacterLexer>::getCreation("basicGBKLexer"), true);
-  AutoPtr<CharacterLexer> utf8(InstanceCreator<CharacterLexer>::getCreation("basicUTF8Lexer"), true);
-  EXPECT_NE(nullptr, dynamic_cast<GBKCharacterLexer*>(gbk.get()));
-  EXPECT_NE(nullptr, dynamic_cast<UTF8CharacterLexer*>(utf8.get()));
-  EXPECT_EQ(nullptr, InstanceCreator<CharacterLexer>::getCreation("basicLexer"));
+TEST(CharacterLexerTest, CharactersFailuresAndEnd) {
+  GBKCharacterLexer gbk;
+  UTF8CharacterLexer utf8;
+  unsigned int offset, length;
+  EXPECT_EQ(-1, gbk.doLexer(offset, length));  // no text yet
+  EXPECT_EQ(-1, utf8.doLexer(offset, length));
+  const struct {
+    CharacterLexer* lexer;
+    std::string text, expected;
+  } cases[] = {
+      {&gbk, "a\xD6\xD0\xA3\xAC" "1", "0+1 1+2 3+2 5+1 $6+1"},  // "a中，1"
+      {&gbk, "\x81" "ab", "0+2 2+1 $3+1"},                      // the trail byte is not examined
+      {&gbk, "a\xD6", "0+1 !1+1 $2+1"},                         // a lone lead byte at the end
+      {&gbk, "", "$0+99"},
+      {&utf8, "a\xC3\xA9\xE4\xB8\xAD\x80", "0+1 1+2 3+3 6+1 $7+1"},  // "aé中", a stray continuation byte
+      {&utf8, "\xE4" "abc", "0+3 3+1 $4+1"},                         // continuation bytes unchecked
+      {&utf8, "a\xE4\xB8", "0+1 !1+1 $3+1"},                         // a sequence cut short
+      {&utf8, "\xF0\x9F\x98\x80", "!0+99 1+1 2+1 3+1 $4+1"},         // a four-byte lead fails alone
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.expected, lexAll(*c.lexer, c.text)) << c.text;
 }

@@ -1,98 +1,67 @@
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 #include "TestSupport.h"
 #include "TokenStreams.h"
-#include "analyzer/Analyzer.h"
 #include "analyzer/TrieDict.h"
 #include "analyzer/TrieDictMaxForwardTokenizer.h"
 
 using namespace vortm::analyzer;
+using namespace vortm::testing;
 using vortm::common::AutoPtr;
-using vortm::configure::Parameter;
-using vortm::testing::isLogRecord;
-using vortm::testing::parseConfig;
-using vortm::testing::StdoutCapture;
-using vortm::testing::TempDir;
-
-typedef std::vector<std::string> Stream;
 
 namespace {
 
 // A chain item of the dictionary tokenizer over a new UTF-8 dictionary file.
-std::string dictItem(const TempDir& dir, const std::string& name, const std::vector<std::string>& words,
-                     unsigned short value) {
+std::string dictItem(const TempDir& dir, const std::string& name, const std::string& word, unsigned short value) {
   TrieDict<unsigned int> dict("basicUTF8Lexer");
-  for (const std::string& w : words) dict.insert(w, value);
+  dict.insert(word, value);
   EXPECT_TRUE(dict.saveTo(dir.file(name)));
-  return "<item><identifier>trieDictMaxForwardTokenzier</identifier><param><encode>UTF-8</encode><dict_file>" +
-         dir.file(name) + "</dict_file></param></item>";
-}
-
-Stream analyze(Analyzer& analyzer, const std::string& text) {
-  TokenBuffer out;
-  EXPECT_TRUE(analyzer.doTokenize(text, out, true));
-  return vortm::testing::tokenStream(out);
+  return chainItem("trieDictMaxForwardTokenzier",
+                   "<encode>UTF-8</encode><dict_file>" + dir.file(name) + "</dict_file>");
 }
 
 }  // namespace
 
-TEST(MaxForwardTokenizerTest, ChainOfTwoDictionaries) {
+TEST(MaxForwardTokenizerTest, ChainOfTwoDictionariesAndConfigFailures) {
   TempDir dir;
-  AutoPtr<Parameter> root = parseConfig("<tokenizers>" + dictItem(dir, "first", {"中文"}, 0x0206) +
-                                        dictItem(dir, "second", {"分词"}, 0x0207) + "</tokenizers>");
   Analyzer analyzer;
-  ASSERT_TRUE(analyzer.config(*root));
+  ASSERT_TRUE(analyzer.config(*parseConfig("<tokenizers>" + dictItem(dir, "first", "中文", 0x0206) +
+                                           dictItem(dir, "second", "分词", 0x0207) + "</tokenizers>")));
   // Words carry type and tag from the value; what the first leaves goes to
   // the second with its offset, and the rest stays a span.
   EXPECT_EQ(Stream({"中文/0/5/2/6", "分词/6/11/2/7", "的/12/14/3/1"}), analyze(analyzer, "中文分词的"));
-  // isInDict asks along the chain.
-  AutoPtr<Tokenizer> head = analyzer.getTokenizer();
-  EXPECT_TRUE(head->isInDict("分词"));
-  EXPECT_FALSE(head->isInDict("中"));
   // insertWord packs (type << 8) | tag, which the match splits back.
+  AutoPtr<Tokenizer> head = analyzer.getTokenizer();
   EXPECT_TRUE(head->insertUserWords({"的"}, Token::TT_CH_WORD, Token::TG_POSITIVE));
   EXPECT_EQ(Stream({"中文/0/5/2/6", "分词/6/11/2/7", "的/12/14/2/6"}), analyze(analyzer, "中文分词的"));
+  // An empty text fails, as does a tokenizer never configured.
   unsigned int ref[1] = {1};
   TokenBuffer out;
   EXPECT_FALSE(head->doTokenizeInternal("a", ref, 0, out, 0));
-  // Never configured: no dictionary, so nothing works.
   TrieDictMaxForwardTokenizer bare;
   EXPECT_FALSE(bare.doTokenizeInternal("a", ref, 1, out, 0));
   EXPECT_FALSE(bare.insertWord("a", Token::TT_CH_WORD, Token::TG_POSITIVE));
-}
-
-TEST(MaxForwardTokenizerTest, ConfigFailures) {
-  TempDir dir;
-  TrieDictMaxForwardTokenizer t;
+  StdoutCapture capture;
   // No "dict_file": false without a word.
-  {
-    StdoutCapture capture;
-    EXPECT_FALSE(t.config(*parseConfig("<encode>utf-8</encode>")));
-    EXPECT_TRUE(capture.lines().empty());
-  }
+  EXPECT_FALSE(bare.config(*parseConfig("<encode>utf-8</encode>")));
+  EXPECT_TRUE(capture.lines().empty());
   // A missing file: the dictionary's warning, then the tokenizer's.
   std::string missing = dir.file("absent.dict");
-  StdoutCapture capture;
-  EXPECT_FALSE(t.config(*parseConfig("<encode>gbk</encode><dict_file>" + missing + "</dict_file>")));
+  EXPECT_FALSE(bare.config(*parseConfig("<encode>gbk</encode><dict_file>" + missing + "</dict_file>")));
   Stream lines = capture.lines();
   ASSERT_EQ(2u, lines.size());
   EXPECT_TRUE(isLogRecord(lines[0], "Warn", "101", "Unable to Open File" + missing + "for Loading TrieTree"));
   EXPECT_TRUE(isLogRecord(lines[1], "Warn", "101", "Unable to Load TRIE Dict from File " + missing));
-  EXPECT_FALSE(t.getDict());
+  EXPECT_FALSE(bare.getDict());
 }
 
 TEST(MaxForwardTokenizerTest, UserWordsAttachAndDetach) {
   TempDir dir;
-  AutoPtr<Parameter> root =
-      parseConfig("<tokenizers>" + dictItem(dir, "zh", {"中文"}, 0x0206) + "</tokenizers><encode>UTF8</encode>");
   Analyzer analyzer;
-  ASSERT_TRUE(analyzer.config(*root));
+  ASSERT_TRUE(analyzer.config(
+      *parseConfig("<tokenizers>" + dictItem(dir, "zh", "中文", 0x0206) + "</tokenizers><encode>UTF8</encode>")));
   Tokenizer* oldHead = analyzer.getTokenizer().get();
   const Stream before = analyze(analyzer, "中文好手机");
-
   // User words win over the chain; their value is type | tag in the low
   // byte, so TT_USER_WORD (4) with TG_TARGET (25) gives type 0, tag 29.
   ASSERT_TRUE(analyzer.attachUserWords({"文好", "手机"}, Token::TT_USER_WORD, Token::TG_TARGET));

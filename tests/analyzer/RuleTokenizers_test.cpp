@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <string>
-#include <vector>
 
 #include "TokenStreams.h"
 #include "analyzer/BasicTokenizer.h"
@@ -11,12 +9,7 @@
 #include "analyzer/SentenceTokenizer.h"
 
 using namespace vortm::analyzer;
-using vortm::common::AutoPtr;
-using vortm::configure::Parameter;
-using vortm::testing::parseConfig;
-using vortm::testing::tokenStream;
-
-typedef std::vector<std::string> Stream;
+using namespace vortm::testing;
 
 namespace {
 
@@ -31,23 +24,16 @@ Stream run(Tokenizer& tokenizer, const std::string& encode, const std::string& t
 
 }  // namespace
 
-TEST(BasicTokenizerTest, UTF8) {
+TEST(BasicTokenizerTest, Classes) {
   BasicTokenizer t;
-  // Blank dropped; offsets move with the base.
-  EXPECT_EQ(Stream({"Hi/100/101/14/1", "你好/103/108/6/1", "!/109/109/1/1"}), run(t, "utf-8", "Hi 你好!", 100));
-  // Digits stand alone; hyphens belong to words; every punctuation class;
-  // "\r" makes nothing; a run at the very end stops at the last byte.
+  // Blanks dropped; digits stand alone; hyphens belong to words; every
+  // punctuation class; "\r" makes nothing; a run at the very end stops at the
+  // last byte.
   EXPECT_EQ(Stream({"3/0/0/1/1", "D/1/1/14/1", "wi-fi/3/7/14/1", "，/8/10/10/1", "“/11/13/11/1", "好/14/16/6/1",
                     "”/17/19/12/1", "？/20/22/13/1", "?/23/23/13/1", "！/24/26/9/1", "\n/28/28/19/1",
                     "\n/29/29/19/1", "'/30/30/14/1"}),
             run(t, "utf-8", "3D wi-fi，“好”？?！\r\n\n'"));
-}
-
-TEST(BasicTokenizerTest, GBK) {
-  BasicTokenizer t;
-  // "Hi 你好!"
-  EXPECT_EQ(Stream({"Hi/0/1/14/1", "\xC4\xE3\xBA\xC3/3/6/6/1", "!/7/7/1/1"}), run(t, "GBK", "Hi \xC4\xE3\xBA\xC3!"));
-  // 你，“好”？。ａ and a lone lead byte: full-width "ａ" lies below the
+  // GBK 你，“好”？。ａ and a lone lead byte: full-width "ａ" lies below the
   // hanzi rows and the truncated byte stands alone, both symbols.
   EXPECT_EQ(Stream({"\xC4\xE3/0/1/6/1", "\xA3\xAC/2/3/10/1", "\xA1\xB0/4/5/11/1", "\xBA\xC3/6/7/6/1",
                     "\xA1\xB1/8/9/12/1", "\xA3\xBF/10/11/13/1", "\xA1\xA3/12/13/9/1", "\xA3\xE1/14/15/1/1",
@@ -57,17 +43,22 @@ TEST(BasicTokenizerTest, GBK) {
 
 TEST(BasicWeiboTokenizerTest, TopicsAndMentions) {
   BasicWeiboTokenizer t;
-  // A topic keeps both marks; every text ends in a mention, empty here.
-  EXPECT_EQ(Stream({"#话题#/0/7/20/1", "/8/7/21/1"}), run(t, "utf-8", "#话题#"));
-  // The colon ends the mention; the empty mention comes before the last run.
-  EXPECT_EQ(Stream({"@user/10/14/21/1", "/19/18/21/1", "hi/17/18/14/1"}), run(t, "utf-8", "@user: hi", 10));
-  // "@" both ends a mention and opens the next; ")" ends one too.
-  EXPECT_EQ(Stream({"@a/0/1/21/1", "@b/2/3/21/1"}), run(t, "utf-8", "@a@b"));
-  EXPECT_EQ(Stream({"ok/0/1/14/1", "#t#/3/5/20/1", "@b/7/8/21/1", "/11/10/21/1", "z/10/10/14/1"}),
-            run(t, "utf-8", "ok #t# @b)z"));
-  // A mark ends the Chinese run before it; an unclosed topic is a mention.
-  EXPECT_EQ(Stream({"好/0/2/6/1", "#x y/3/6/21/1"}), run(t, "utf-8", "好#x y"));
-
+  const struct {
+    std::string text;
+    unsigned int base;
+    Stream expected;
+  } cases[] = {
+      // A topic keeps both marks; every text ends in a mention, empty here.
+      {"#话题#", 0, {"#话题#/0/7/20/1", "/8/7/21/1"}},
+      // The colon ends the mention; the empty mention comes before the last run.
+      {"@user: hi", 10, {"@user/10/14/21/1", "/19/18/21/1", "hi/17/18/14/1"}},
+      // "@" both ends a mention and opens the next; ")" ends one too.
+      {"@a@b", 0, {"@a/0/1/21/1", "@b/2/3/21/1"}},
+      {"ok #t# @b)z", 0, {"ok/0/1/14/1", "#t#/3/5/20/1", "@b/7/8/21/1", "/11/10/21/1", "z/10/10/14/1"}},
+      // A mark ends the Chinese run before it; an unclosed topic is a mention.
+      {"好#x y", 0, {"好/0/2/6/1", "#x y/3/6/21/1"}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.expected, run(t, "utf-8", c.text, c.base)) << c.text;
   // An empty text: true here, false for the plain tokenizer.
   unsigned int refs[1] = {1};
   TokenBuffer out;
@@ -78,11 +69,9 @@ TEST(BasicWeiboTokenizerTest, TopicsAndMentions) {
 }
 
 TEST(ChNGramTokenizerTest, CountsAndLimits) {
-  auto ngrams = [](const std::string& settings, const std::string& text, int* maxN = nullptr) {
-    AutoPtr<Parameter> root = parseConfig("<encode>utf-8</encode>" + settings);
+  auto ngrams = [](const std::string& settings, const std::string& text) {
     ChNGramTokenizer t;
-    EXPECT_TRUE(t.config(*root));
-    if (maxN) *maxN = t.getMaxN();
+    EXPECT_TRUE(t.config(*parseConfig("<encode>utf-8</encode>" + settings)));
     TokenBuffer out;
     EXPECT_TRUE(t.doTokenize(text, out, false, 0));
     return tokenStream(out);
@@ -93,14 +82,9 @@ TEST(ChNGramTokenizerTest, CountsAndLimits) {
   // Only the max_n-grams; starts too near the end give none.
   EXPECT_EQ(Stream({"中文/0/5/8/1", "文字/3/8/8/1"}),
             ngrams("<max_n type=\"int\">2</max_n><is_n_finite>true</is_n_finite>", "中文字"));
-  // Out-of-range values fall back to 4; ASCII counts like any character.
-  int maxN = 0;
-  EXPECT_EQ(Stream({"a/0/0/8/1", "ab/0/1/8/1", "b/1/1/8/1"}), ngrams("<max_n type=\"int\">0</max_n>", "ab", &maxN));
-  EXPECT_EQ(4, maxN);
-  ngrams("<max_n type=\"int\">7</max_n>", "a", &maxN);
-  EXPECT_EQ(4, maxN);
-  ngrams("<max_n type=\"int\">6</max_n>", "a", &maxN);
-  EXPECT_EQ(6, maxN);
+  // Values outside 1 to 6 fall back to 4: 14 grams on five characters, not 15.
+  for (const auto& c : std::map<int, size_t>{{0, 14}, {6, 15}, {7, 14}})
+    EXPECT_EQ(c.second, ngrams("<max_n type=\"int\">" + std::to_string(c.first) + "</max_n>", "abcde").size());
   // Only the exact text "true" counts: all 4+3+2+1 grams here.
   EXPECT_EQ(10u, ngrams("<is_n_finite>TRUE</is_n_finite>", "abcd").size());
 }
@@ -109,7 +93,8 @@ TEST(SentenceTokenizerTest, Spans) {
   SentenceTokenizer t;
   // Chinese clause and sentence marks, "\n" and "?" cut; the next span
   // starts just behind the delimiter. ASCII ",.!" do not cut.
-  EXPECT_EQ(Stream({"你好/0/5/3/1", "世界/9/14/3/1", "a,b.c!d/20/26/3/1"}), run(t, "utf-8", "你好，世界。\n?a,b.c!d"));
+  EXPECT_EQ(Stream({"你好/0/5/3/1", "世界/9/14/3/1", "a,b.c!d/20/26/3/1"}),
+            run(t, "utf-8", "你好，世界。\n?a,b.c!d"));
   EXPECT_EQ(Stream(), run(t, "utf-8", "，。\n?？"));
   // GBK "你好，世界"
   EXPECT_EQ(Stream({"\xC4\xE3\xBA\xC3/5/8/3/1", "\xCA\xC0\xBD\xE7/11/14/3/1"}),

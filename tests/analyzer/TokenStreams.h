@@ -1,20 +1,25 @@
 #ifndef VORELIN_TESTS_ANALYZER_TOKENSTREAMS_H
 #define VORELIN_TESTS_ANALYZER_TOKENSTREAMS_H
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
-#include "analyzer/TokenBuffer.h"
-#include "common/AutoPtr.h"
+#include "analyzer/Analyzer.h"
+#include "analyzer/Dict.h"
+#include "common/CreatorRegister.h"
+#include "common/InstanceCreator.h"
 #include "configure/BasicParamParser.h"
-#include "configure/Parameter.h"
 
 namespace vortm {
 namespace testing {
 
+typedef std::vector<std::string> Stream;
+
 // Each record of the buffer as "term/start/end/type/tag".
-inline std::vector<std::string> tokenStream(analyzer::TokenBuffer& buffer) {
-  std::vector<std::string> out;
+inline Stream tokenStream(analyzer::TokenBuffer& buffer) {
+  Stream out;
   common::AutoPtr<analyzer::TokenBuffer::Iterator> it = buffer.iterator();
   for (analyzer::Token t; it->hasNext();) {
     it->next(t);
@@ -28,8 +33,37 @@ inline std::vector<std::string> tokenStream(analyzer::TokenBuffer& buffer) {
 inline common::AutoPtr<configure::Parameter> parseConfig(const std::string& xml) {
   configure::BasicParamParser parser;
   common::AutoPtr<configure::Parameter> root;
-  if (!parser.doParseFromText(xml, root)) return common::AutoPtr<configure::Parameter>();
-  return root;
+  return parser.doParseFromText(xml, root) ? root : common::AutoPtr<configure::Parameter>();
+}
+
+// One entry of a "tokenizers" or "token_filters" list.
+inline std::string chainItem(const std::string& identifier, const std::string& param) {
+  return "<item><identifier>" + identifier + "</identifier><param>" + param + "</param></item>";
+}
+
+inline Stream analyze(analyzer::Analyzer& analyzer, const std::string& text, bool isolated = true) {
+  analyzer::TokenBuffer out;
+  EXPECT_TRUE(analyzer.doTokenize(text, out, isolated));
+  return tokenStream(out);
+}
+
+// Each character's byte length at its first byte, as a tokenizer hands it on.
+inline std::vector<unsigned int> forwardRefs(const std::string& lexerId, const std::string& text) {
+  common::gfn_creatorRegister();
+  std::vector<unsigned int> ref(text.size() + 1, 1);
+  common::AutoPtr<analyzer::CharacterLexer> lexer(
+      common::InstanceCreator<analyzer::CharacterLexer>::getCreation(lexerId), true);
+  lexer->setText(text);
+  unsigned int offset, length;
+  while (lexer->doLexer(offset, length) == 1) ref[offset] = length;
+  return ref;
+}
+
+inline Stream matchText(analyzer::Dict& dict, const std::string& lexerId, const std::string& text) {
+  std::vector<unsigned int> ref = forwardRefs(lexerId, text);
+  analyzer::TokenBuffer out;
+  EXPECT_TRUE(dict.match(text.data(), static_cast<unsigned int>(text.size()), ref.data(), out, 0));
+  return tokenStream(out);
 }
 
 }  // namespace testing

@@ -1,13 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
-#include <string>
+#include <thread>
 
 #include "common/AutoPtr.h"
 #include "common/SharedObj.h"
 
 using vortm::common::AutoPtr;
-using vortm::common::SafeSharedObj;
 
 namespace {
 
@@ -17,10 +16,28 @@ struct Tracked {
   int* m_alive;
 };
 
-TEST(AutoPtrTest, NullPointerBehaviour) {
+TEST(AutoPtrTest, OwnershipCountingAndNull) {
+  int alive = 0;
+  {
+    AutoPtr<Tracked> a(new Tracked(&alive), true), b(a);
+    // Self-assignment and assignment from a sharer leave the count alone.
+    b = a;
+    a = a;
+    EXPECT_EQ(2, a.useCount());
+    b = AutoPtr<Tracked>();
+    EXPECT_EQ(1, a.useCount());
+    // The held raw pointer again changes nothing; another one frees the old object.
+    a = a.get();
+    EXPECT_EQ(1, alive);
+    a = new Tracked(&alive);
+    EXPECT_EQ(1, alive);
+  }
+  EXPECT_EQ(0, alive);
+  Tracked stack(&alive);
+  { AutoPtr<Tracked> weak(&stack, false); }  // not owned: left alive at a count of zero
+  EXPECT_EQ(1, alive);
+
   AutoPtr<Tracked> empty;
-  EXPECT_FALSE(empty);
-  EXPECT_TRUE(empty == nullptr);
   try {
     *empty;
     FAIL() << "dereferencing a null AutoPtr must throw";
@@ -29,59 +46,21 @@ TEST(AutoPtrTest, NullPointerBehaviour) {
   }
 }
 
-TEST(AutoPtrTest, OwnershipAndCounting) {
-  int alive = 0;
-  {
-    AutoPtr<Tracked> a(new Tracked(&alive), true);
-    EXPECT_EQ(1, a.useCount());
-    {
-      AutoPtr<Tracked> b(a);
-      EXPECT_EQ(2, a.useCount());
-      // Self-assignment and assignment from a sharer leave the count alone.
-      b = a;
-      a = a;
-      EXPECT_EQ(2, a.useCount());
-    }
-    EXPECT_EQ(1, a.useCount());
-    EXPECT_EQ(1, alive);
-    // Assigning the held raw pointer again changes nothing.
-    Tracked* raw = a.get();
-    a = raw;
-    EXPECT_EQ(1, alive);
-    EXPECT_EQ(raw, a.get());
-    // Assigning another raw pointer frees the old object.
-    a = new Tracked(&alive);
-    EXPECT_EQ(1, alive);
-  }
-  EXPECT_EQ(0, alive);
-
-  // A non-owning pointer leaves the object alive when its count reaches zero.
-  Tracked stack(&alive);
-  { AutoPtr<Tracked> weak(&stack, false); }
-  EXPECT_EQ(1, alive);
-}
-
 TEST(AutoPtrTest, SafeHolderCountsUnderContention) {
-  int alive = 0;
-  AutoPtr<Tracked, SafeSharedObj<Tracked> > shared(new Tracked(&alive), true);
-  {
-    AutoPtr<Tracked, SafeSharedObj<Tracked> > copy(shared);
-    EXPECT_EQ(2, shared.useCount());
-  }
+  AutoPtr<int, vortm::common::SafeSharedObj<int> > shared(new int(0), true);
+  auto copyMany = [&shared] { for (int i = 0; i < 100000; ++i) auto copy = shared; };
+  std::thread t1(copyMany), t2(copyMany), t3(copyMany);
+  copyMany();
+  for (std::thread* t : {&t1, &t2, &t3}) t->join();
   EXPECT_EQ(1, shared.useCount());
 }
 
 TEST(AutoPtrDeathTest, AssigningSeparateHoldersOfOneObjectAborts) {
-  int alive = 0;
-  Tracked obj(&alive);
-  EXPECT_DEATH(
-      {
-        AutoPtr<Tracked> a(&obj, false);
-        AutoPtr<Tracked> b(&obj, false);
-        a = b;
-      },
-      "!m_pSharedObj->getObjPtr\\(\\) \\|\\| m_pSharedObj->getObjPtr\\(\\) != "
-      "rhs.m_pSharedObj->getObjPtr\\(\\)");
+  int obj = 0;
+  AutoPtr<int> a(&obj, false), b(&obj, false);
+  EXPECT_DEATH(a = b,
+               "!m_pSharedObj->getObjPtr\\(\\) \\|\\| m_pSharedObj->getObjPtr\\(\\) != "
+               "rhs.m_pSharedObj->getObjPtr\\(\\)");
 }
 
 }  // namespace

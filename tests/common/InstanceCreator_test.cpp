@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "common/CreatorRegister.h"
+#include "common/AutoPtr.h"
 #include "common/InstanceCreator.h"
 #include "common/Singleton.h"
 
@@ -10,57 +10,37 @@ using namespace vortm::common;
 
 namespace {
 
-struct Shape {
-  virtual ~Shape() {}
-  virtual std::string name() const = 0;
-};
-struct Circle : Shape {
-  std::string name() const override { return "circle"; }
-};
-struct Square : Shape {
-  std::string name() const override { return "square"; }
-};
+struct Shape { virtual ~Shape() {} virtual std::string name() const = 0; };
+struct Circle : Shape { std::string name() const override { return "circle"; } };
+struct Square : Shape { std::string name() const override { return "square"; } };
 
 VORTM_DECLARE_CREATOR(CircleCreator, Shape, Circle, "shape");
 VORTM_DECLARE_CREATOR(SquareCreator, Shape, Square, "square");
 VORTM_DECLARE_CREATOR(SquareAsShapeCreator, Shape, Square, "shape");
 
-struct Counter {
-  Counter() { ++constructed; }
-  static int constructed;
-};
-int Counter::constructed = 0;
-
-TEST(InstanceCreatorTest, LookupReplaceAndUnknown) {
-  EXPECT_EQ(nullptr, InstanceCreator<Shape>::getCreation("shape"));
-  Singleton<InstanceCreatorHelper<CircleCreator> >::instance();
-  Singleton<InstanceCreatorHelper<SquareCreator> >::instance();
-
-  AutoPtr<Shape> circle(InstanceCreator<Shape>::getCreation("shape"), true);
-  ASSERT_TRUE(circle);
-  EXPECT_EQ("circle", circle->name());
-  AutoPtr<Shape> square(InstanceCreator<Shape>::getCreation("square"), true);
-  ASSERT_TRUE(square);
-  EXPECT_EQ("square", square->name());
-  EXPECT_EQ(nullptr, InstanceCreator<Shape>::getCreation("triangle"));
-  EXPECT_EQ(nullptr, InstanceCreator<Shape>::getCreation(""));
-
-  // A later creator under the same identifier replaces the earlier one.
-  Singleton<InstanceCreatorHelper<SquareAsShapeCreator> >::instance();
-  AutoPtr<Shape> replaced(InstanceCreator<Shape>::getCreation("shape"), true);
-  EXPECT_EQ("square", replaced->name());
-
-  // Registering everything twice is harmless.
-  gfn_creatorRegister();
-  gfn_creatorRegister();
-  AutoPtr<Shape> still(InstanceCreator<Shape>::getCreation("square"), true);
-  EXPECT_TRUE(still);
+// The name of the object created for `id`, or "none".
+std::string created(const std::string& id) {
+  AutoPtr<Shape> shape(InstanceCreator<Shape>::getCreation(id), true);
+  return shape ? shape->name() : "none";
 }
 
+TEST(InstanceCreatorTest, LookupReplaceAndUnknown) {
+  EXPECT_EQ("none", created("shape"));
+  Singleton<InstanceCreatorHelper<CircleCreator> >::instance();
+  Singleton<InstanceCreatorHelper<SquareCreator> >::instance();
+  EXPECT_EQ("circle", created("shape"));
+  EXPECT_EQ("square", created("square"));
+  EXPECT_EQ("none", created("triangle"));
+  // A later creator under the same identifier replaces the earlier one.
+  Singleton<InstanceCreatorHelper<SquareAsShapeCreator> >::instance();
+  EXPECT_EQ("square", created("shape"));
+}
+
+struct Counter { Counter() { ++constructed; } static int constructed; };
+int Counter::constructed = 0;
+
 TEST(SingletonTest, CreatesOnceAcrossCalls) {
-  Counter* first = Singleton<Counter>::instance();
-  Counter* second = Singleton<Counter>::instance();
-  EXPECT_EQ(first, second);
+  EXPECT_EQ(Singleton<Counter>::instance(), Singleton<Counter>::instance());
   EXPECT_EQ(1, Counter::constructed);
 }
 

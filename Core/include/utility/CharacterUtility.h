@@ -24,8 +24,11 @@ class CharacterUtility {
   // Exact comparison with the entries of a table of NUL-terminated slots.
   template <unsigned int N, unsigned int W>
   static bool inTable(const std::string& ch, const char (&table)[N][W]) {
+    // Almost every character differs from every entry in its first byte,
+    // so that byte is compared before the whole string.
+    const char first = ch.empty() ? '\0' : ch[0];
     for (unsigned int i = 0; i < N; ++i)
-      if (ch == table[i]) return true;
+      if (table[i][0] == first && ch == table[i]) return true;
     return false;
   }
 };

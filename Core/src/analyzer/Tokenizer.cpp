@@ -1,5 +1,8 @@
 #include "analyzer/Tokenizer.h"
 
+#include <map>
+#include <memory>
+
 #include "analyzer/DictTokenizer.h"
 #include "common/CreatorRegister.h"
 #include "common/InstanceCreator.h"
@@ -77,22 +80,32 @@ bool Tokenizer::isInDict(const std::string& word) {
   return m_postTokenizerPtr->isInDict(word);
 }
 
+namespace {
+// A lexer is a cursor, so concurrent calls each need their own. Isolated calls
+// take theirs from a per-thread set, one per identifier, built once: a call
+// is done with its lexer before it hands spans on, so the nested calls of one
+// thread can use the same lexer in turn.
+CharacterLexer* threadLexer(const std::string& identifier) {
+  thread_local std::map<std::string, std::unique_ptr<CharacterLexer> > lexers;
+  std::unique_ptr<CharacterLexer>& slot = lexers[identifier];
+  if (!slot) {
+    common::gfn_creatorRegister();
+    slot.reset(InstanceCreator<CharacterLexer>::getCreation(identifier));
+  }
+  return slot.get();
+}
+}  // namespace
+
 bool Tokenizer::doTokenize(const std::string& text, TokenBuffer& out, bool isolated, unsigned int base) {
   if (text.empty()) return true;
 
-  // A lexer is a cursor, so concurrent calls each need their own. The shared
-  // members are not copied on that path either: their counts are unlocked.
-  AutoPtr<CharacterLexer> privateLexer;
-  if (isolated) {
-    common::gfn_creatorRegister();
-    privateLexer = AutoPtr<CharacterLexer>(InstanceCreator<CharacterLexer>::getCreation(m_lexerIdentifier), true);
-    if (!privateLexer) return false;
-  } else if (!m_lexerPtr) {
-    return false;
-  }
+  // The shared members are not copied on the isolated path: their counts are
+  // unlocked.
+  CharacterLexer* lexer = isolated ? threadLexer(m_lexerIdentifier) : m_lexerPtr.get();
+  if (!lexer) return false;
 
   TokenBuffer local;
-  if (!doTokenizeWith(text, isolated ? privateLexer.get() : m_lexerPtr.get(), local, base)) return false;
+  if (!doTokenizeWith(text, lexer, local, base)) return false;
 
   AutoPtr<TokenFilter> privateFilters;
   if (isolated && m_tokenFilterPtr) privateFilters = m_tokenFilterPtr->cloneIgnoringState();

@@ -82,6 +82,9 @@ EXCLUDE = {
     "hope", "hoped", "hopes", "wish", "promise", "promised", "promises",
     # "save your money", "do yourself a favor", "a joke", "it's a steal"
     "save", "favor", "favors", "joke", "steal", "steals",
+    # nearly always negated in reviews ("don't bother", "nobody bothered to
+    # check"), so a negative entry turns complaints positive
+    "bother", "bothered",
     # service and product nouns or verbs that are neutral in reviews
     "care", "help", "helps", "support", "supported", "credit", "share",
     "interest", "interested", "party", "united", "join", "play", "ready",

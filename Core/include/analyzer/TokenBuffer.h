@@ -17,7 +17,6 @@ class TokenBuffer : public utility::BufferPool {
   class Iterator {
    public:
     explicit Iterator(TokenBuffer* buffer) : m_pBuffer(buffer), pending(nullptr) {}
-    ~Iterator() { delete pending; }
     Iterator(const Iterator&) = delete;
     Iterator& operator=(const Iterator&) = delete;
 
@@ -28,7 +27,10 @@ class TokenBuffer : public utility::BufferPool {
 
    private:
     TokenBuffer* m_pBuffer;
+    // The record decoded ahead, or null; it lives in m_slot, which is reused
+    // for every record so that reading allocates nothing per token.
     Token* pending;
+    Token m_slot;
   };
 
   TokenBuffer() : utility::BufferPool(true) {}

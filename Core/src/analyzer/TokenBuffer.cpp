@@ -1,5 +1,8 @@
 #include "analyzer/TokenBuffer.h"
 
+#include <cstring>
+#include <utility>
+
 namespace vortm {
 namespace analyzer {
 
@@ -11,30 +14,34 @@ common::AutoPtr<TokenBuffer::Iterator> TokenBuffer::iterator() {
 
 bool TokenBuffer::Iterator::hasNext() {
   if (pending) return true;
-  Token* token = new Token();
-  // The term is taken with its stored length, so a zero byte inside it
-  // survives the round trip.
-  char* bytes = nullptr;
+  // A record is decoded straight from the pool's memory: the term with its
+  // stored length, so that a zero byte inside it survives, then the two
+  // offsets, the type and the tag. A record cut short at the end of the data
+  // is no record.
+  TokenBuffer& pool = *m_pBuffer;
+  const unsigned long left = pool.writeOffset - pool.readOffset;
+  const unsigned char* p = pool.readPtr;
   int length = 0;
-  bool ok = m_pBuffer->readString(bytes, length);
-  if (ok) {
-    token->term.assign(bytes, static_cast<std::string::size_type>(length));
-    delete[] bytes;
-    ok = m_pBuffer->readInt32(token->startOffset) && m_pBuffer->readInt32(token->endOffset) &&
-         m_pBuffer->read<Token::TType>(token->type) && m_pBuffer->read<Token::TTag>(token->tag);
-  }
-  if (!ok) {
-    delete token;
-    return false;
-  }
+  if (left < 4) return false;
+  std::memcpy(&length, p, 4);
+  const unsigned long fixed = 4 * sizeof(int);
+  if (length < 0 || left - 4 < static_cast<unsigned long>(length) + fixed) return false;
+  Token* token = &m_slot;
+  token->term.assign(reinterpret_cast<const char*>(p + 4), static_cast<std::string::size_type>(length));
+  p += 4 + length;
+  std::memcpy(&token->startOffset, p, 4);
+  std::memcpy(&token->endOffset, p + 4, 4);
+  std::memcpy(&token->type, p + 8, sizeof(Token::TType));
+  std::memcpy(&token->tag, p + 12, sizeof(Token::TTag));
+  pool.readOffset += 4 + static_cast<unsigned long>(length) + fixed;
+  pool.readPtr = pool.buffer + pool.readOffset;
   pending = token;
   return true;
 }
 
 void TokenBuffer::Iterator::next(Token& token) {
   if (!pending) return;
-  token = *pending;
-  delete pending;
+  token = std::move(*pending);
   pending = nullptr;
 }
 

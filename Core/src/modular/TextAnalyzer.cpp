@@ -1,5 +1,7 @@
 #include "modular/TextAnalyzer.h"
 
+#include <utility>
+
 #include "common/Logger.h"
 #include "configure/Parameter.h"
 
@@ -50,7 +52,7 @@ bool TextAnalyzer::tokenizeText(const std::string& text, std::vector<Token>& tok
   Token token;
   while (it->hasNext()) {
     it->next(token);
-    tokens.push_back(token);
+    tokens.push_back(std::move(token));
   }
   return true;
 }

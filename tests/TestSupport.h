@@ -1,7 +1,11 @@
 #ifndef VORELIN_TESTS_TESTSUPPORT_H
 #define VORELIN_TESTS_TESTSUPPORT_H
 
+#include <iconv.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include <cstdio>
 
 #include <cstdlib>
 #include <fstream>
@@ -13,6 +17,15 @@
 namespace vortm {
 namespace testing {
 
+// Splits a text into its lines, without the line feeds.
+inline std::vector<std::string> splitLines(const std::string& text) {
+  std::vector<std::string> out;
+  std::istringstream in(text);
+  std::string line;
+  while (std::getline(in, line)) out.push_back(line);
+  return out;
+}
+
 // Captures what the library writes to std::cout (log records and printed
 // lines) for as long as it lives.
 class StdoutCapture {
@@ -20,13 +33,7 @@ class StdoutCapture {
   StdoutCapture() : m_old(std::cout.rdbuf(m_buffer.rdbuf())) {}
   ~StdoutCapture() { std::cout.rdbuf(m_old); }
   std::string str() const { return m_buffer.str(); }
-  std::vector<std::string> lines() const {
-    std::vector<std::string> out;
-    std::istringstream in(m_buffer.str());
-    std::string line;
-    while (std::getline(in, line)) out.push_back(line);
-    return out;
-  }
+  std::vector<std::string> lines() const { return splitLines(m_buffer.str()); }
 
  private:
   std::ostringstream m_buffer;
@@ -82,6 +89,39 @@ inline std::string readFile(const std::string& path) {
   std::ostringstream s;
   s << in.rdbuf();
   return s.str();
+}
+
+// The result of a shell command: its exit code (-1 if it did not exit) and
+// what it wrote to standard output.
+struct CommandRun {
+  int code;
+  std::string out;
+};
+
+inline CommandRun runCommand(const std::string& command) {
+  CommandRun run{-1, ""};
+  FILE* pipe = popen(command.c_str(), "r");
+  if (!pipe) return run;
+  char buf[4096];
+  size_t n;
+  while ((n = fread(buf, 1, sizeof(buf), pipe)) > 0) run.out.append(buf, n);
+  int status = pclose(pipe);
+  run.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  return run;
+}
+
+// UTF-8 text converted to GBK, for the tests that compare both encodings.
+inline std::string toGbk(const std::string& utf8) {
+  iconv_t cd = iconv_open("GBK", "UTF-8");
+  std::string out(utf8.size() * 2 + 4, '\0');
+  char* src = const_cast<char*>(utf8.data());
+  size_t srcLeft = utf8.size();
+  char* dst = &out[0];
+  size_t dstLeft = out.size();
+  iconv(cd, &src, &srcLeft, &dst, &dstLeft);
+  iconv_close(cd);
+  out.resize(out.size() - dstLeft);
+  return out;
 }
 
 }  // namespace testing

@@ -2,11 +2,6 @@
 // functions: the plain-C example host on a word-list configuration, and
 // dictionaries built with insert and saveTo in both encodings.
 #include <gtest/gtest.h>
-#include <iconv.h>
-#include <sys/wait.h>
-
-#include <cstdio>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,6 +13,7 @@
 using namespace vortm;
 using analyzer::Token;
 using vortm::testing::TempDir;
+using vortm::testing::toGbk;
 
 namespace {
 
@@ -26,18 +22,12 @@ TEST(EndToEndTest, ExampleHostScoresWithABasicTokenizerChain) {
   std::string cmd = std::string("cd ") + VORELIN_TEST_DATA_DIR + " && " + VORELIN_EXAMPLE_HOST +
                     " lexicon_basic.xml 'The staff were friendly' 'The room was dirty and the food bad'"
                     " 'The room was not clean' 'great, but the driver was late and rude' 2>&1";
-  FILE* pipe = popen(cmd.c_str(), "r");
-  ASSERT_NE(nullptr, pipe);
-  std::string out;
-  char buf[512];
-  while (fgets(buf, sizeof(buf), pipe)) out += buf;
-  int status = pclose(pipe);
-  ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << out;
+  vortm::testing::CommandRun run = vortm::testing::runCommand(cmd);
+  const std::string& out = run.out;
+  ASSERT_EQ(0, run.code) << out;
 
   std::vector<std::string> scores;
-  std::istringstream in(out);
-  std::string line;
-  while (std::getline(in, line))
+  for (const std::string& line : vortm::testing::splitLines(out))
     if (!line.empty() && line[0] != '<') scores.push_back(line.substr(0, line.find('\t')));
   // One word: 1 * 0.25 damping; two agreeing words: 0.5; a negated word
   // becomes weak negative, alone -0.25; three words: (1 - 1 - 1) / 3 * 0.75
@@ -47,19 +37,6 @@ TEST(EndToEndTest, ExampleHostScoresWithABasicTokenizerChain) {
   EXPECT_TRUE(vortm::testing::isLogRecord(out.substr(0, out.find('\n')), "Info", "001",
                                           "Sentiment Classifier Init Successfully"))
       << out;
-}
-
-std::string toGbk(const std::string& utf8) {
-  iconv_t cd = iconv_open("GBK", "UTF-8");
-  std::string out(utf8.size() * 2 + 4, '\0');
-  char* src = const_cast<char*>(utf8.data());
-  size_t srcLeft = utf8.size();
-  char* dst = &out[0];
-  size_t dstLeft = out.size();
-  iconv(cd, &src, &srcLeft, &dst, &dstLeft);
-  iconv_close(cd);
-  out.resize(out.size() - dstLeft);
-  return out;
 }
 
 std::string configFor(const std::string& encode, const std::string& dict) {

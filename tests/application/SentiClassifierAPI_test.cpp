@@ -89,12 +89,10 @@ TEST_F(ApiTest, FullLifeCycle) {
 TEST(ExampleHostTest, CHostReportsAnUnknownIdentifier) {
   TempDir dir;
   writeFile(dir.file("unknown.xml"), list(member("no_such_classifier", numericWeight(1.0), "")));
-  FILE* pipe = popen((std::string(VORELIN_EXAMPLE_HOST) + " " + dir.file("unknown.xml") + " 2>&1").c_str(), "r");
-  ASSERT_NE(nullptr, pipe);
-  std::vector<std::string> lines;
-  char buf[512];
-  while (fgets(buf, sizeof(buf), pipe)) lines.push_back(std::string(buf).substr(0, std::string(buf).find('\n')));
-  EXPECT_NE(0, pclose(pipe));
+  vortm::testing::CommandRun run =
+      vortm::testing::runCommand(std::string(VORELIN_EXAMPLE_HOST) + " " + dir.file("unknown.xml") + " 2>&1");
+  EXPECT_NE(0, run.code);
+  std::vector<std::string> lines = vortm::testing::splitLines(run.out);
   ASSERT_GE(lines.size(), 2u);
   EXPECT_TRUE(isLogRecord(lines[0], "Warn", "101",
                           "Fail to Init the Number Senti Classifer with Identifier no_such_classifier"));

@@ -1,71 +1,36 @@
 // The vorelin program as a user runs it: arguments, standard input, exit
 // codes, and the shipped default model.
 #include <gtest/gtest.h>
-#include <iconv.h>
-#include <sys/wait.h>
-
-#include <cstdio>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "TestSupport.h"
 
+using vortm::testing::CommandRun;
 using vortm::testing::TempDir;
+using vortm::testing::toGbk;
 using vortm::testing::writeFile;
 
 namespace {
 
-struct CliRun {
-  int code;
-  std::string out;
-};
-
 // Runs the program with a shell command line; standard error is dropped
 // unless asked for.
-CliRun vorelin(const std::string& args, const std::string& input = "", bool withStderr = false) {
+CommandRun vorelin(const std::string& args, const std::string& input = "", bool withStderr = false) {
   TempDir dir;
   std::string in = dir.file("stdin");
   writeFile(in, input);
-  std::string cmd = std::string(VORELIN_CLI) + " " + args + " < " + in + (withStderr ? " 2>&1" : " 2>/dev/null");
-  FILE* pipe = popen(cmd.c_str(), "r");
-  CliRun run{-1, ""};
-  if (!pipe) return run;
-  char buf[4096];
-  size_t n;
-  while ((n = fread(buf, 1, sizeof(buf), pipe)) > 0) run.out.append(buf, n);
-  int status = pclose(pipe);
-  run.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  return run;
+  return vortm::testing::runCommand(std::string(VORELIN_CLI) + " " + args + " < " + in +
+                                    (withStderr ? " 2>&1" : " 2>/dev/null"));
 }
 
-std::vector<std::string> lines(const std::string& text) {
-  std::vector<std::string> out;
-  std::istringstream in(text);
-  std::string line;
-  while (std::getline(in, line)) out.push_back(line);
-  return out;
-}
+std::vector<std::string> lines(const std::string& text) { return vortm::testing::splitLines(text); }
 
 double scoreOf(const std::string& tsvLine) { return std::stod(tsvLine.substr(0, tsvLine.find('\t'))); }
-
-std::string toGbk(const std::string& utf8) {
-  iconv_t cd = iconv_open("GBK", "UTF-8");
-  std::string out(utf8.size() * 2 + 4, '\0');
-  char* src = const_cast<char*>(utf8.data());
-  size_t srcLeft = utf8.size();
-  char* dst = &out[0];
-  size_t dstLeft = out.size();
-  iconv(cd, &src, &srcLeft, &dst, &dstLeft);
-  iconv_close(cd);
-  out.resize(out.size() - dstLeft);
-  return out;
-}
 
 TEST(CliTest, UsageAndExitCodes) {
   EXPECT_EQ(0, vorelin("--help").code);
   for (const char* cmd : {"classify", "tokenize", "dict", "eval"}) {
-    CliRun help = vorelin(std::string(cmd) + " --help");
+    CommandRun help = vorelin(std::string(cmd) + " --help");
     EXPECT_EQ(0, help.code) << cmd;
     EXPECT_NE(std::string::npos, help.out.find("Usage: vorelin")) << cmd;
   }
@@ -78,7 +43,7 @@ TEST(CliTest, UsageAndExitCodes) {
   EXPECT_EQ(2, vorelin("dict build --encoding latin1 --out x.dict list.txt").code);
   EXPECT_EQ(2, vorelin("eval").code);
 
-  CliRun missing = vorelin("classify --config /no/such/config.xml hello", "", true);
+  CommandRun missing = vorelin("classify --config /no/such/config.xml hello", "", true);
   EXPECT_EQ(1, missing.code);
   EXPECT_NE(std::string::npos, missing.out.find("Failed to Parse Params")) << missing.out;
   EXPECT_NE(std::string::npos, missing.out.find("cannot initialise a classifier from /no/such/config.xml"));
@@ -93,10 +58,10 @@ TEST(CliTest, DictionaryBuildAndLookupInBothEncodings) {
             "#! tag POSITIVE\n好\n服务 CH_WORD NEGATIVE\n#! tag NOT_NEGATIVE\n还行\n不 2 15\n");
   for (const char* enc : {"utf-8", "gbk"}) {
     std::string dict = dir.file(std::string("d_") + enc);
-    CliRun build = vorelin(std::string("dict build --quiet --encoding ") + enc + " --out " + dict + " " +
+    CommandRun build = vorelin(std::string("dict build --quiet --encoding ") + enc + " --out " + dict + " " +
                         dir.file("plain.txt") + " " + dir.file("senti.txt"));
     ASSERT_EQ(0, build.code) << enc;
-    CliRun lookup = vorelin(std::string("dict lookup --encoding ") + enc + " --dict " + dict + " 酒店 服务 好 还行 不 酒 无");
+    CommandRun lookup = vorelin(std::string("dict lookup --encoding ") + enc + " --dict " + dict + " 酒店 服务 好 还行 不 酒 无");
     ASSERT_EQ(0, lookup.code);
     // A later list replaces an earlier entry; a prefix is not a word.
     EXPECT_EQ((std::vector<std::string>{"酒店\tCH_WORD\tPLAIN", "服务\tCH_WORD\tNEGATIVE", "好\tCH_WORD\tPOSITIVE",
@@ -111,7 +76,7 @@ TEST(CliTest, DictionaryBuildAndLookupInBothEncodings) {
 
 TEST(CliTest, ClassifyKeepsLinesAndOrder) {
   // Standard input, with an empty line passed through.
-  CliRun tsv = vorelin("classify --quiet", "The food was great.\n\nThe food was awful.\n");
+  CommandRun tsv = vorelin("classify --quiet", "The food was great.\n\nThe food was awful.\n");
   ASSERT_EQ(0, tsv.code);
   auto out = lines(tsv.out);
   ASSERT_EQ(3u, out.size());
@@ -120,7 +85,7 @@ TEST(CliTest, ClassifyKeepsLinesAndOrder) {
   EXPECT_LT(scoreOf(out[2]), 0.0);
   EXPECT_EQ("The food was awful.", out[2].substr(out[2].find('\t') + 1));
 
-  CliRun json = vorelin("classify --quiet --format jsonl 'say \"great\"' ''");
+  CommandRun json = vorelin("classify --quiet --format jsonl 'say \"great\"' ''");
   auto jl = lines(json.out);
   ASSERT_EQ(2u, jl.size());
   EXPECT_EQ(0u, jl[0].find("{\"text\": \"say \\\"great\\\"\", \"score\": 0.2"));
@@ -130,8 +95,8 @@ TEST(CliTest, ClassifyKeepsLinesAndOrder) {
   std::string input;
   for (int i = 0; i < 300; ++i) input += (i % 3 == 0 ? "wonderful stay " : i % 3 == 1 ? "terrible noise " : "") +
                                          std::to_string(i) + "\n";
-  CliRun one = vorelin("classify --quiet", input);
-  CliRun four = vorelin("classify --quiet --threads 4", input);
+  CommandRun one = vorelin("classify --quiet", input);
+  CommandRun four = vorelin("classify --quiet --threads 4", input);
   EXPECT_EQ(0, four.code);
   EXPECT_EQ(one.out, four.out);
   EXPECT_EQ(300u, lines(four.out).size());
@@ -152,8 +117,8 @@ TEST(CliTest, DefaultModelSignsAndEncodings) {
     utf8 += c.first + "\n";
     gbk += toGbk(c.first) + "\n";
   }
-  CliRun u = vorelin("classify --quiet", utf8);
-  CliRun g = vorelin("classify --quiet --encoding gbk", gbk);
+  CommandRun u = vorelin("classify --quiet", utf8);
+  CommandRun g = vorelin("classify --quiet --encoding gbk", gbk);
   ASSERT_EQ(0, u.code);
   ASSERT_EQ(0, g.code);
   auto ul = lines(u.out), gl = lines(g.out);
@@ -165,7 +130,7 @@ TEST(CliTest, DefaultModelSignsAndEncodings) {
     EXPECT_EQ(s, scoreOf(gl[i])) << cases[i].first;  // the same score in GBK
   }
 
-  CliRun tokens = vorelin("tokenize --quiet 'not good'");
+  CommandRun tokens = vorelin("tokenize --quiet 'not good'");
   EXPECT_EQ("not\t0\t2\tEN_WORD\tEN_NEGATION\nNOT_good\t4\t7\tEN_WORD\tNOT_POSITIVE\n\n", tokens.out);
 }
 

@@ -18,6 +18,8 @@
 #include "application/CombineSentiClassifier.h"
 #include "application/SentiLexcionSentiClassifier.h"
 #include "modular/StandardLexcionSentiScorer.h"
+#include "modular/TargetAwareLexcionSentiScorers.h"
+#include "modular/WeightedLexcionSentiScorer.h"
 #include "common/InstanceCreator.h"
 #include "common/Singleton.h"
 
@@ -51,6 +53,10 @@ void gfn_creatorRegister() {
   build<analyzer::GBKCharacterLexerCreator>();
   build<analyzer::UTF8CharacterLexerCreator>();
   build<modular::StandardLexcionSentiScorerCreator>();
+  build<modular::WeightedLexcionSentiScorerCreator>();
+  // The standard target-aware scorer has a creator too, but nothing builds
+  // it here: only a host that constructs that creator can name it.
+  build<modular::TargetAwareWeightedLexcionSentiScorerCreator>();
   build<application::CombineSentiClassifierCreator>();
   build<application::SentiLexcionSentiClassifierCreator>();
   s_registered.store(true, std::memory_order_release);

@@ -44,7 +44,7 @@ bool splitLine(const std::string& line, std::string& word, std::string& weight) 
   weight.erase(0, weight.find_first_not_of(blanks));
   weight.erase(weight.find_last_not_of(blanks) + 1);
   word.erase(word.find_last_not_of(blanks) + 1);
-  return !word.empty();
+  return !word.empty() && !weight.empty();
 }
 
 bool parseWeight(const std::string& text, double& value) {

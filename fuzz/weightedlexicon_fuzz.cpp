@@ -6,6 +6,7 @@
 #include <map>
 
 #include "FuzzSupport.h"
+#include "configure/Parameter.h"
 #include "modular/WeightedLexcionSentiScorer.h"
 #include "utility/BufferedFileReader.h"
 #include "utility/BufferedFileWriter.h"

@@ -63,21 +63,12 @@ def clamp(value):
     return max(MIN_WEIGHT, min(MAX_WEIGHT, value))
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("lang", choices=["zh", "en"])
-    parser.add_argument("--config", required=True)
-    parser.add_argument("--out-dir", required=True)
-    parser.add_argument("--vorelin", default=os.path.join(corpus.ROOT, "build", "tools", "vorelin"))
-    parser.add_argument("--corpora")
-    args = parser.parse_args()
-    settings = SETTINGS[args.lang]
-
-    pairs = list(corpus.lines(args.lang, "train", args.corpora))
+def learn(pairs, blocks, settings):
+    """Weights of listed words and new sentiment words, from (label, text)
+    pairs and their token blocks."""
     docs = {1: 0, -1: 0}
     counts = {1: collections.Counter(), -1: collections.Counter()}
     tags = collections.defaultdict(collections.Counter)
-    blocks = tokenize(args.vorelin, args.config, [text for _, text in pairs])
     for (label, _), tokens in zip(pairs, blocks):
         docs[label] += 1
         seen = set()
@@ -109,6 +100,22 @@ def main():
             sign = 1 if evidence > 0 else -1
             learned[sign].append(word)
             weights[word] = sign * clamp(settings["new_scale"] * abs(evidence))
+    return weights, learned
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("lang", choices=["zh", "en"])
+    parser.add_argument("--config", required=True)
+    parser.add_argument("--out-dir", required=True)
+    parser.add_argument("--vorelin", default=os.path.join(corpus.ROOT, "build", "tools", "vorelin"))
+    parser.add_argument("--corpora")
+    args = parser.parse_args()
+    settings = SETTINGS[args.lang]
+
+    pairs = list(corpus.lines(args.lang, "train", args.corpora))
+    blocks = list(tokenize(args.vorelin, args.config, [text for _, text in pairs]))
+    weights, learned = learn(pairs, blocks, settings)
 
     os.makedirs(args.out_dir, exist_ok=True)
     header = ("# Learned by models/scripts/learn_weights.py %s from the training lines of %s;\n"

@@ -35,7 +35,7 @@ import corpus  # noqa: E402
 # and the shrinkage strength (documents) towards the prior.
 SETTINGS = {
     "zh": {"min_df": 30, "min_log_odds": 1.2, "prior_docs": 40.0, "new_scale": 0.6},
-    "en": {"min_df": 12, "min_log_odds": 1.0, "prior_docs": 20.0, "new_scale": 0.6},
+    "en": {"min_df": 5, "min_log_odds": 0.5, "prior_docs": 20.0, "new_scale": 1.0},
 }
 SCALE = 0.5        # weight units per unit of log-odds
 MIN_WEIGHT = 0.05  # the least strength a listed word keeps

@@ -95,7 +95,8 @@ def learn(pairs, blocks, settings):
             value = (k * prior + df * SCALE * evidence * 2.0) / (k + df)
             weights[word] = prior * clamp(value * prior)
         elif tag == "PLAIN" and df >= settings["min_df"] and abs(evidence) >= settings["min_log_odds"]:
-            if len(word) < 2 or any(c.isdigit() for c in word):
+            # Fragments such as 'the or -minute are tokenizer leftovers.
+            if len(word) < 2 or not word[0].isalpha() or any(c.isdigit() for c in word):
                 continue
             sign = 1 if evidence > 0 else -1
             learned[sign].append(word)

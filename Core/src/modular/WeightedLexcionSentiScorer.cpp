@@ -162,24 +162,19 @@ double WeightedLexcionSentiScorer::getBoost(Token& previous, Token& current, Tok
 }
 
 double WeightedLexcionSentiScorer::baseValue(const Token& token) const {
+  const int tag = token.tag;
+  if (tag == Token::TG_NOT_POSITIVE) return -0.25;
+  if (tag == Token::TG_NOT_NEGATIVE) return 0.25;
+  if (tag != Token::TG_POSITIVE && tag != Token::TG_NEGATIVE && tag != Token::TG_SENTI_20 &&
+      tag != Token::TG_ATTRIBUTE_22)
+    return 0.0;
+  // Only the tags that the lexicon can refine pay for a look-up.
   const auto found = m_lexcion.m_weights.find(token.term);
   const bool known = found != m_lexcion.m_weights.end();
-  switch (token.tag) {
-    case Token::TG_NEGATIVE:
-      // The lexicon refines a strong word's strength but never turns its sign.
-      return known && found->second < 0.0 ? found->second : -1.0;
-    case Token::TG_POSITIVE:
-      return known && found->second > 0.0 ? found->second : 1.0;
-    case Token::TG_NOT_POSITIVE:
-      return -0.25;
-    case Token::TG_NOT_NEGATIVE:
-      return 0.25;
-    case Token::TG_SENTI_20:
-    case Token::TG_ATTRIBUTE_22:
-      return known ? found->second : 0.0;
-    default:
-      return 0.0;
-  }
+  if (tag == Token::TG_POSITIVE) return known && found->second > 0.0 ? found->second : 1.0;
+  // The lexicon refines a strong word's strength but never turns its sign.
+  if (tag == Token::TG_NEGATIVE) return known && found->second < 0.0 ? found->second : -1.0;
+  return known ? found->second : 0.0;
 }
 
 bool WeightedLexcionSentiScorer::getSentiScore(std::vector<Token>& tokens, double& score) {

@@ -5,6 +5,7 @@
 #include "common/Logger.h"
 #include "configure/Parameter.h"
 #include "modular/SentiOrientedPositionWeighter.h"
+#include "modular/StandardLexcionSentiScorer.h"
 #include "utility/BufferedFileReader.h"
 #include "utility/Utility.h"
 
@@ -25,32 +26,6 @@ const std::string WeightedLexcionSentiScorer::PARAM_POSITIVE_ONLY_DEGREE_WORDS_F
 const std::string WeightedLexcionSentiScorer::PARAM_NEGATION_SENTI_WORDS_FILE = "negation_senti_words_file";
 
 namespace {
-
-// Factor of a degree word or negation; false for any other tag.
-bool degreeFactor(int tag, double& factor) {
-  switch (tag) {
-    case Token::TG_DEGREE_10:
-      factor = 1.5;
-      return true;
-    case Token::TG_DEGREE_11:
-      factor = 1.2;
-      return true;
-    case Token::TG_DEGREE_12:
-      factor = 1.0;
-      return true;
-    case Token::TG_DEGREE_13:
-      factor = 0.5;
-      return true;
-    case Token::TG_DEGREE_14:
-      factor = 0.0;
-      return true;
-    case Token::TG_NEGATION:
-      factor = -0.25;
-      return true;
-    default:
-      return false;
-  }
-}
 
 bool isErasingOrNegation(int tag) { return tag == Token::TG_DEGREE_14 || tag == Token::TG_NEGATION; }
 
@@ -148,7 +123,8 @@ double WeightedLexcionSentiScorer::getBoost(Token& previous, Token& current, Tok
     filter = &m_positiveOnlyDegreeWords;
 
   double factor = 1.0;
-  if ((filter == nullptr || !contains(*filter, previous.term)) && degreeFactor(previous.tag, factor)) {
+  if ((filter == nullptr || !contains(*filter, previous.term)) &&
+      StandardLexcionSentiScorer::degreeFactor(previous.tag, factor)) {
     // Only erasing words and negations consult the after-only list: such a
     // word cannot act forwards.
     if (!isErasingOrNegation(previous.tag) || !contains(m_afterOnlyDegreeWords, previous.term)) return factor;
@@ -156,7 +132,7 @@ double WeightedLexcionSentiScorer::getBoost(Token& previous, Token& current, Tok
 
   if (filter != nullptr && contains(*filter, next.term)) return 1.0;
 
-  if (!degreeFactor(next.tag, factor)) return 1.0;
+  if (!StandardLexcionSentiScorer::degreeFactor(next.tag, factor)) return 1.0;
   if (isErasingOrNegation(next.tag) && contains(m_beforeOnlyDegreeWords, next.term)) return 1.0;
   return factor;
 }

@@ -139,4 +139,4 @@ def test_log_records_follow_vorelin_log(tmp_path):
         assert b"error: cannot initialise a classifier from " in to_file.stdout
         assert b"Failed to Init Sentiment Classifier" in to_file.stdout
     else:
-        assert b"see VORELIN_LOG" in to_file.stdout
+        assert b"VORELIN_LOG says otherwise" in to_file.stdout

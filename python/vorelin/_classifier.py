@@ -127,7 +127,7 @@ class Classifier:
         detail = log.text()
         if detail:
             return message + ": " + detail
-        return message + " (the library's log records say why; see VORELIN_LOG)"
+        return message + " (the library's log records say why: standard error unless VORELIN_LOG says otherwise)"
 
     # -- texts ---------------------------------------------------------
     def _encode(self, text):

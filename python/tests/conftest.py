@@ -10,6 +10,7 @@ PYTHON_DIR = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 sys.path.insert(0, PYTHON_DIR)
 BUILD = os.environ.get("VORELIN_BUILD_DIR") or os.path.join(os.path.dirname(PYTHON_DIR), "build")
 os.environ.setdefault("VORELIN_LIBRARY", os.path.join(BUILD, "libVorelin.so"))
+os.environ["VORELIN_LIBRARY_UNDER_TEST"] = os.environ["VORELIN_LIBRARY"]
 os.environ.setdefault("VORELIN_MODEL_DIR", os.path.join(BUILD, "models", "default"))
 HOST = os.environ.get("VORELIN_EXAMPLE_HOST") or os.path.join(BUILD, "examples", "vorelin_example_host")
 CLI = os.environ.get("VORELIN_CLI") or os.path.join(BUILD, "tools", "vorelin")

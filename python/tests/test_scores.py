@@ -28,11 +28,6 @@ def test_scores_equal_the_c_hosts(encoding):
     assert len(set(expected)) > 2
 
 
-def test_an_explicit_configuration_equals_the_default(clf):
-    with vorelin.Classifier(MODEL["utf-8"]) as explicit:
-        assert [explicit.score(t) for t in TEXTS] == [clf.score(t) for t in TEXTS]
-
-
 def test_score_many_keeps_input_order_and_equals_score(clf):
     rng = random.Random(7)
     texts = [rng.choice(TEXTS) + "!" * rng.randrange(3) for _ in range(1500)]

@@ -6,67 +6,50 @@ import vorelin
 from conftest import MODEL, TEXTS
 
 
-def test_scores_stay_right_while_another_thread_updates():
-    clf = vorelin.Classifier()
-    expected = {t: clf.score(t) for t in TEXTS}
-    updating = threading.Event()
-    updating.set()
-    faults, scored = [], []
-
+def scoring_threads(clf, keep_going, outcomes, n=3):
+    """Starts n threads that score TEXTS while keep_going() holds, appending
+    (text, score or exception) to outcomes; returns them started."""
     def score():
-        n = 0
-        while updating.is_set():
-            for text in TEXTS:
-                try:
-                    got = clf.score(text)
-                except Exception as error:  # collected, asserted on below
-                    faults.append(error)
-                    continue
-                if got != expected[text]:
-                    faults.append("%r scored %r, not %r" % (text, got, expected[text]))
-                n += 1
-            batch = clf.score_many(TEXTS * 30, threads=2)
-            if batch != [expected[t] for t in TEXTS] * 30:
-                faults.append("score_many went wrong")
-        scored.append(n)
-
-    pool = [threading.Thread(target=score) for _ in range(3)]
+        try:
+            while keep_going():
+                outcomes.extend((text, clf.score(text)) for text in TEXTS)
+                outcomes.extend(zip(TEXTS * 30, clf.score_many(TEXTS * 30, threads=2)))
+        except vorelin.VorelinError as error:
+            outcomes.append(("", error))
+    pool = [threading.Thread(target=score) for _ in range(n)]
     for t in pool:
         t.start()
-    try:
-        for _ in range(5):
-            clf.update(MODEL["utf-8"])
-            time.sleep(0.01)
-    finally:
-        updating.clear()
-        for t in pool:
-            t.join()
-        clf.close()
-    assert faults == []
-    # every scoring thread ran all along the updates
-    assert len(scored) == 3 and min(scored) >= 10, scored
+    return pool
+
+
+def test_scores_stay_right_while_another_thread_updates():
+    with vorelin.Classifier() as clf:
+        expected = {t: clf.score(t) for t in TEXTS}
+        outcomes, updating = [], threading.Event()
+        updating.set()
+        pool = scoring_threads(clf, updating.is_set, outcomes)
+        try:
+            for _ in range(5):
+                clf.update(MODEL["utf-8"])
+                time.sleep(0.01)
+        finally:
+            updating.clear()
+            for t in pool:
+                t.join()
+    assert [o for o in outcomes if o[1] != expected.get(o[0])] == []
+    # the scoring threads ran all along the updates
+    assert len(outcomes) >= 100
 
 
 def test_close_beside_scoring_gives_closed_errors_only():
     clf = vorelin.Classifier()
     expected = {t: clf.score(t) for t in TEXTS}
-    results = []
-
-    def score():
-        deadline = time.monotonic() + 60
-        while time.monotonic() < deadline:
-            try:
-                results.append(clf.score(TEXTS[0]) == expected[TEXTS[0]])
-            except vorelin.VorelinError as error:
-                results.append(str(error))
-                return
-
-    pool = [threading.Thread(target=score) for _ in range(3)]
-    for t in pool:
-        t.start()
+    outcomes = []
+    pool = scoring_threads(clf, lambda: True, outcomes)
     time.sleep(0.05)
     clf.close()
     for t in pool:
         t.join()
-    assert set(results) == {True, "the classifier is closed"}
-    assert results.count("the classifier is closed") == 3
+    errors = [str(o[1]) for o in outcomes if isinstance(o[1], Exception)]
+    assert errors == ["the classifier is closed"] * 3
+    assert all(o[1] == expected[o[0]] for o in outcomes if not isinstance(o[1], Exception))

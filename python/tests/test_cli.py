@@ -15,8 +15,8 @@ def both(args, input_bytes=b""):
 def test_output_equals_the_programs(tmp_path):
     source = tmp_path / "in.txt"
     source.write_bytes(LINES.encode())
-    for args in (["--input", str(source)], ["--format", "jsonl", "--input", str(source)],
-                 ["--threads", "2", "--config", MODEL["utf-8"]], ["好", "差", "The staff were friendly."]):
+    for args in (["--input", str(source)], ["--format", "jsonl", "--threads", "2"],
+                 ["--config", MODEL["utf-8"], "好", "差", "The staff were friendly."]):
         c, py = both(args, LINES.encode())
         assert py.returncode == c.returncode == 0, py.stderr
         assert py.stdout == c.stdout, args

@@ -3,7 +3,7 @@
 # Usage: scripts/install-deps.sh [extra-package ...]
 set -euo pipefail
 
-packages=(cmake make g++ pkg-config libgtest-dev libgmock-dev libeigen3-dev python3 python3-jieba "$@")
+packages=(cmake make g++ pkg-config libgtest-dev libgmock-dev libeigen3-dev python3 python3-jieba python3-pytest "$@")
 
 missing=()
 for p in "${packages[@]}"; do

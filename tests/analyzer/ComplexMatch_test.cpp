@@ -47,6 +47,11 @@ TEST(ComplexMatchTest, TiesAndLanguageModel) {
   // Equal variance: the later chunk, with the longer first word, wins.
   const Stream late = {"ab/0/1/2/6", "c/2/2/2/6", "de/3/4/2/6"};
   EXPECT_EQ(late, matchText(complex, "basicUTF8Lexer", "abcde"));
+  // Chunks are three words long: abc|de|f covers only two words with a
+  // dictionary entry, ab|cd|ef covers the whole text in three.
+  Utf8Complex three("basicUTF8Lexer");
+  fill(three, {"ab", "abc", "cd", "de", "ef"});
+  EXPECT_EQ(Stream({"ab/0/1/2/6", "cd/2/3/2/6", "ef/4/5/2/6"}), matchText(three, "basicUTF8Lexer", "abcdef"));
   // Without a model every chunk scores -1.0, which still joins the list, and
   // the earlier chunk wins.
   EXPECT_EQ(Stream({"a/0/0/2/6", "bc/1/2/2/6", "de/3/4/2/6"}), matchText(lm, "basicUTF8Lexer", "abcde"));

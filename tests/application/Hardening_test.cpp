@@ -89,4 +89,12 @@ TEST(HardeningTest, VorelinLogChoosesWhereRecordsGo) {
   EXPECT_TRUE(isLogRecord(logged[3], "Info", "001", "Global Exit Successfully"));
 }
 
+TEST(HardeningTest, ThreadedHostUpdatesUnderTheWriteLock) {
+  // Readers and one update around a handle, as the header shows; under the
+  // thread sanitizer this also proves the pattern free of races.
+  CommandRun run = runCommand(std::string("VORELIN_LOG=off ") + VORELIN_THREADED_HOST + " " + kGoodConfig + " 2>&1");
+  EXPECT_EQ(0, run.code) << run.out;
+  EXPECT_EQ("classified 800 texts, 0 failed, update done\n", run.out);
+}
+
 }  // namespace

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cmath>
 #include <map>
@@ -93,6 +94,11 @@ TEST(ComplexMatchTest, ModelLoaderRejectsBadFiles) {
   };
   StdoutCapture capture;
   EXPECT_FALSE(lm.loadWordvec(dir.file("absent"), dim, rows, ids));
+  // Special files are refused before they are opened: a FIFO would block,
+  // /dev/zero would never end its first line.
+  ASSERT_EQ(0, mkfifo(dir.file("fifo").c_str(), 0600));
+  for (const std::string& special : std::vector<std::string>{"/dev/zero", dir.file("fifo"), dir.path()})
+    EXPECT_FALSE(lm.loadWordvec(special, dim, rows, ids)) << special;
   EXPECT_FALSE(load("2\na 1 0\n"));  // header of one field
   EXPECT_FALSE(load("2 1\na 1\n"));  // dimension 1
   EXPECT_TRUE(capture.lines().empty());

@@ -51,15 +51,9 @@ bool TextAnalyzer::tokenizeText(const std::string& text, std::vector<Token>& tok
   // Counting the records first costs one cheap pass; growing the vector by
   // doubling would hold up to three times the tokens at the last move, which
   // for a long text is most of the memory the whole analysis takes.
+  tokens.reserve(buffer.countRecords());
   AutoPtr<TokenBuffer::Iterator> it = buffer.iterator();
-  size_t count = 0;
   Token token;
-  while (it->hasNext()) {
-    it->next(token);
-    ++count;
-  }
-  tokens.reserve(count);
-  it = buffer.iterator();
   while (it->hasNext()) {
     it->next(token);
     tokens.push_back(std::move(token));

@@ -1,5 +1,7 @@
 /* A minimal host in plain C: initialise a classifier from a configuration
- * file, score a few texts, update it, and release it.
+ * file, score a few texts, update it, and release it. It has one thread, so
+ * the update never runs beside a classification; threaded_host.c shows the
+ * lock that a threaded host needs.
  *
  *   vorelin_example_host [CONFIG [TEXT ...]]
  */

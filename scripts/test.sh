@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
-# Builds everything out of tree and runs the whole test suite.
+# Builds everything out of tree and runs the whole test suite. Uses the same
+# folder and build type as scripts/demo.sh, so the second of the two reuses
+# the first one's build.
 # Environment: BUILD_DIR (default build), CMAKE_ARGS (extra cmake arguments).
 set -euo pipefail
 cd "$(dirname "$0")/.."

@@ -2,6 +2,7 @@
 #define VORELIN_TESTS_TESTSUPPORT_H
 
 #include <iconv.h>
+#include <pthread.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -9,6 +10,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -108,6 +110,33 @@ inline CommandRun runCommand(const std::string& command) {
   int status = pclose(pipe);
   run.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   return run;
+}
+
+// Runs `body` on a thread with a 1 MiB stack, where a walk that recursed once
+// per level of a deeply nested input would overflow. False if no thread.
+inline bool runOnSmallStack(std::function<void()> body) {
+  pthread_attr_t attr;
+  pthread_attr_init(&attr);
+  pthread_attr_setstacksize(&attr, 1 << 20);
+  pthread_t thread;
+  auto run = [](void* arg) -> void* {
+    (*static_cast<std::function<void()>*>(arg))();
+    return nullptr;
+  };
+  bool started = pthread_create(&thread, &attr, run, &body) == 0;
+  if (started) pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attr);
+  return started;
+}
+
+// A configuration nested `depth` levels deep, with a text at the bottom.
+inline std::string nestedConfig(unsigned int depth) {
+  std::string open, close;
+  for (unsigned int i = 0; i < depth; ++i) {
+    open += "<a>";
+    close += "</a>";
+  }
+  return open + "x" + close;
 }
 
 // UTF-8 text converted to GBK, for the tests that compare both encodings.

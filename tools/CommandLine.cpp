@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <streambuf>
 
@@ -76,6 +77,9 @@ class NullBuffer : public std::streambuf {
 }  // namespace
 
 void redirectLibraryOutput(bool quiet) {
+  // The library reads VORELIN_LOG when it first logs: standard error unless
+  // the user chose otherwise, nothing with --quiet.
+  setenv("VORELIN_LOG", quiet ? "off" : "stderr", quiet ? 1 : 0);
   // Never destroyed: std::cout is flushed at exit, after function-local
   // statics are gone, and must not find its buffer freed.
   static NullBuffer* null = new NullBuffer;

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cmath>
 #include <map>
@@ -47,6 +48,11 @@ TEST(ComplexMatchTest, TiesAndLanguageModel) {
   // Equal variance: the later chunk, with the longer first word, wins.
   const Stream late = {"ab/0/1/2/6", "c/2/2/2/6", "de/3/4/2/6"};
   EXPECT_EQ(late, matchText(complex, "basicUTF8Lexer", "abcde"));
+  // Chunks are three words long: abc|de|f covers only two words with a
+  // dictionary entry, ab|cd|ef covers the whole text in three.
+  Utf8Complex three("basicUTF8Lexer");
+  fill(three, {"ab", "abc", "cd", "de", "ef"});
+  EXPECT_EQ(Stream({"ab/0/1/2/6", "cd/2/3/2/6", "ef/4/5/2/6"}), matchText(three, "basicUTF8Lexer", "abcdef"));
   // Without a model every chunk scores -1.0, which still joins the list, and
   // the earlier chunk wins.
   EXPECT_EQ(Stream({"a/0/0/2/6", "bc/1/2/2/6", "de/3/4/2/6"}), matchText(lm, "basicUTF8Lexer", "abcde"));
@@ -88,6 +94,11 @@ TEST(ComplexMatchTest, ModelLoaderRejectsBadFiles) {
   };
   StdoutCapture capture;
   EXPECT_FALSE(lm.loadWordvec(dir.file("absent"), dim, rows, ids));
+  // Special files are refused before they are opened: a FIFO would block,
+  // /dev/zero would never end its first line.
+  ASSERT_EQ(0, mkfifo(dir.file("fifo").c_str(), 0600));
+  for (const std::string& special : std::vector<std::string>{"/dev/zero", dir.file("fifo"), dir.path()})
+    EXPECT_FALSE(lm.loadWordvec(special, dim, rows, ids)) << special;
   EXPECT_FALSE(load("2\na 1 0\n"));  // header of one field
   EXPECT_FALSE(load("2 1\na 1\n"));  // dimension 1
   EXPECT_TRUE(capture.lines().empty());

@@ -50,7 +50,8 @@ TEST(MaxForwardTokenizerTest, ChainOfTwoDictionariesAndConfigFailures) {
   EXPECT_FALSE(bare.config(*parseConfig("<encode>gbk</encode><dict_file>" + missing + "</dict_file>")));
   Stream lines = capture.lines();
   ASSERT_EQ(2u, lines.size());
-  EXPECT_TRUE(isLogRecord(lines[0], "Warn", "101", "Unable to Open File" + missing + "for Loading TrieTree"));
+  EXPECT_TRUE(isLogRecord(lines[0], "Warn", "101", "Unable to Open File" + missing +
+                                                            "for Loading TrieTree: No such file or directory"));
   EXPECT_TRUE(isLogRecord(lines[1], "Warn", "101", "Unable to Load TRIE Dict from File " + missing));
   EXPECT_FALSE(bare.getDict());
 }

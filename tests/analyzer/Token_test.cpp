@@ -18,10 +18,13 @@ TEST(TokenBufferTest, RoundTripKeepsEveryField) {
   const std::vector<std::string> expected = {"good/0/3/14/6", std::string("a\0b", 3) + "/2/4/1/1", "/-1/-1/1/1",
                                               "/7/7/255/200"};
   EXPECT_EQ(expected, tokenStream(buffer));
-  // A record cut short at the end ends the iteration without a token.
+  EXPECT_EQ(4u, buffer.countRecords());
+  // A record cut short at the end ends the iteration without a token, and is
+  // not counted.
   buffer.writeString(std::string("part"));
   buffer.writeUint32(5);
   EXPECT_EQ(expected, tokenStream(buffer));
+  EXPECT_EQ(4u, buffer.countRecords());
 }
 
 TEST(TokenBufferTest, IteratorsShareTheReadPosition) {

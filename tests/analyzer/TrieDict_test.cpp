@@ -164,13 +164,19 @@ TEST(TrieDictTest, BadFilesFailAndKeepTheTree) {
   expectFailure(std::string("\0\0\x02\0\0\0a\0\0\0\x01\0\0\0b\0\0\0\x01\0\0\0\x0A", 23) + leaf, recoverError);
   expectFailure(std::string("\0\0\xFF\xFF\xFF\xFF" "a\0\0\0\x01\0\0\0", 14), "");
 
-  // A missing file names itself, in the same words for loading and saving.
+  // A missing file names itself, in the same words for loading and saving;
+  // loading adds the reason. Special files fail to load the same way.
   std::string missing = dir.file("no/such");
   StdoutCapture capture;
   EXPECT_FALSE(dict.loadFrom(missing) || dict.saveTo(missing));
-  ASSERT_EQ(2u, capture.lines().size());
-  for (const std::string& line : capture.lines())
-    EXPECT_TRUE(isLogRecord(line, "Warn", "101", "Unable to Open File" + missing + "for Loading TrieTree"));
+  for (const char* special : {"/dev/zero", "/tmp"}) EXPECT_FALSE(dict.loadFrom(special));
+  ASSERT_EQ(4u, capture.lines().size());
+  const std::string text = "Unable to Open File" + missing + "for Loading TrieTree";
+  EXPECT_TRUE(isLogRecord(capture.lines()[0], "Warn", "101", text + ": No such file or directory"));
+  EXPECT_TRUE(isLogRecord(capture.lines()[1], "Warn", "101", text));
+  EXPECT_TRUE(isLogRecord(capture.lines()[2], "Warn", "101",
+                          "Unable to Open File/dev/zerofor Loading TrieTree: not a regular file"));
+  EXPECT_TRUE(isLogRecord(capture.lines()[3], "Warn", "101", "Unable to Open File/tmpfor Loading TrieTree: is a directory"));
   // A good file replaces the old tree.
   EXPECT_TRUE(dict.loadFrom(dir.file("good")));
   EXPECT_EQ(0xFFFF, dict.find("old"));

@@ -106,7 +106,10 @@ TEST(CombineTest, FactoryFailures) {
   StdoutCapture capture;
   const std::string missing = "/no/such.xml";
   EXPECT_FALSE(application::SentiClassifierFactory::getSentiClassifier("test_fixed_score", missing));
-  EXPECT_TRUE(isLogRecord(capture.lines().at(0), "Warn", "101", "Failed to Parse Params with Config File/no/such.xml"));
+  // The parser names the reason first.
+  EXPECT_TRUE(isLogRecord(capture.lines().at(0), "Warn", "101",
+                          "Unable to Read Config File /no/such.xml: No such file or directory"));
+  EXPECT_TRUE(isLogRecord(capture.lines().at(1), "Warn", "101", "Failed to Parse Params with Config File/no/such.xml"));
 }
 
 }  // namespace

@@ -36,6 +36,10 @@ TEST_F(ApiTest, ArgumentChecksAndInitFailure) {
   EXPECT_EQ(0, Senti_Classify_Perform(nullptr, "text", &score));
   EXPECT_EQ(0, Senti_Classify_Perform(handle, "", &score));
   EXPECT_EQ(0, Senti_Classify_Perform(handle, nullptr, &score));
+  EXPECT_EQ(0, Senti_Classify_Perform(handle, "text", nullptr));
+  // The longest text accepted, plus one byte.
+  const std::string overlong(VORELIN_MAX_TEXT_BYTES + 1, 'a');
+  EXPECT_EQ(0, Senti_Classify_Perform(handle, overlong.c_str(), &score));
   EXPECT_EQ(5.0, score);
   EXPECT_EQ(1, Senti_Classifier_Exit(nullptr));  // logs nothing
   // A config that does not parse nulls the handle; one the classifier
@@ -44,15 +48,17 @@ TEST_F(ApiTest, ArgumentChecksAndInitFailure) {
   EXPECT_EQ(nullptr, handle);
 
   auto lines = capture.lines();
-  ASSERT_EQ(10u, lines.size());
+  ASSERT_EQ(13u, lines.size());
   for (int i = 0; i < 3; ++i)
     EXPECT_TRUE(isLogRecord(lines[i], "Warn", "101", "Invalid Input Paremeters for Sentiment Classifier Init"));
   for (int i = 3; i < 5; ++i)
     EXPECT_TRUE(isLogRecord(lines[i], "Warn", "101", "Invalid Input Paremeters for Sentiment Classifier Update"));
-  for (int i = 5; i < 8; ++i)
+  for (int i = 5; i < 10; ++i)
     EXPECT_TRUE(isLogRecord(lines[i], "Error", "301", "Invalid Input Paremeters for Sentiment Classification"));
-  EXPECT_EQ("Failed to Parse Params", lines[8]);
-  EXPECT_TRUE(isLogRecord(lines[9], "Error", "301", "Failed to Init Sentiment Classifier"));
+  EXPECT_TRUE(isLogRecord(lines[10], "Warn", "101",
+                          "Unable to Read Config File " + m_dir.file("missing.xml") + ": No such file or directory"));
+  EXPECT_EQ("Failed to Parse Params", lines[11]);
+  EXPECT_TRUE(isLogRecord(lines[12], "Error", "301", "Failed to Init Sentiment Classifier"));
 }
 
 TEST_F(ApiTest, FullLifeCycle) {
@@ -79,10 +85,11 @@ TEST_F(ApiTest, FullLifeCycle) {
   EXPECT_EQ(1, Senti_Classifier_Exit(handle));
 
   const auto lines = capture.lines();
-  ASSERT_EQ(3u, lines.size()) << capture.str();
+  ASSERT_EQ(4u, lines.size()) << capture.str();
   EXPECT_TRUE(isLogRecord(lines[0], "Info", "001", "Sentiment Classifier Init Successfully"));
-  EXPECT_EQ("Failed to Parse Params with Config File " + missing, lines[1]);
-  EXPECT_TRUE(isLogRecord(lines[2], "Info", "001", "Global Exit Successfully"));
+  EXPECT_TRUE(isLogRecord(lines[1], "Warn", "101", "Unable to Read Config File " + missing + ": No such file or directory"));
+  EXPECT_EQ("Failed to Parse Params with Config File " + missing, lines[2]);
+  EXPECT_TRUE(isLogRecord(lines[3], "Info", "001", "Global Exit Successfully"));
 }
 
 // The example host is plain C linked against libVorelin.so.

@@ -69,6 +69,8 @@ TEST(PositionWeighterTest, SentiOrientedFactors) {
       // clause marks never count, and under two marks all is 1.0.
       {aware, "a . b . c ? d", {0.75, 0.5, 0.5, 1.0, 1.0, 1.5, 1.5}},
       {aware, "a , b , . c", {1, 1, 1, 1, 1, 1}},
+      // Two marks, the fewest that make a curve: s = 1, so 0.75, then 1.0 and 2.0.
+      {aware, "a . b ? c", {0.75, 1, 1, 2, 2}},
       // It multiplies the other factors; the flag is read case-insensitively, anything else leaves it clear.
       {aware, "but/but . b . c . d", {1.5, 0.5, 0.5, 1.0, 1.0, 1.5, 1.5}},
       {"<position_aware>yes</position_aware>", "but/but . b . c . d", {2, 1, 1, 1, 1, 1, 1}},

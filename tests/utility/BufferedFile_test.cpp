@@ -1,16 +1,21 @@
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
+#include <set>
 #include <string>
 
 #include "TestSupport.h"
 #include "utility/BufferedFileReader.h"
 #include "utility/BufferedFileWriter.h"
+#include "utility/Utility.h"
 
 using vortm::testing::readFile;
 using vortm::testing::TempDir;
 using vortm::testing::writeFile;
 using vortm::utility::BufferedFileReader;
 using vortm::utility::BufferedFileWriter;
+using vortm::utility::Utility;
 
 TEST(BufferedFileTest, EncodedRoundTripAndFileLayout) {
   TempDir dir;
@@ -99,4 +104,44 @@ TEST(BufferedFileTest, ReadLineKeepsLastLineButReadUtilDropsIt) {
   field = "kept";
   EXPECT_FALSE(fields.readUtil(field, ';'));
   EXPECT_EQ(field, "kept");
+}
+
+TEST(BufferedFileTest, LastBlockOfOneByteIsReadToTheEnd) {
+  TempDir dir;
+  for (size_t size : {size_t(1), size_t(BufferedFileReader::BLOCK_SIZE) + 1}) {
+    std::string content(size, 'a');
+    content.back() = 'z';
+    writeFile(dir.file("f"), content);
+    BufferedFileReader reader(dir.file("f"), false);
+    unsigned char c = 0;
+    size_t count = 0;
+    while (reader.readByte(c)) ++count;
+    EXPECT_EQ(size, count);
+    EXPECT_EQ('z', c);
+    EXPECT_EQ(3, reader.getState());
+  }
+}
+
+TEST(BufferedFileTest, OnlyRegularFilesOpen) {
+  TempDir dir;
+  const std::string fifo = dir.file("fifo");
+  ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
+  // None of these may block, grow without end or read as an empty file.
+  const std::pair<std::string, std::string> cases[] = {{"/dev/zero", "not a regular file"},
+                                                        {fifo, "not a regular file"},
+                                                        {dir.path(), "is a directory"},
+                                                        {dir.file("none"), "No such file or directory"}};
+  for (const auto& c : cases) {
+    BufferedFileReader reader(c.first, false);
+    EXPECT_FALSE(reader.good());
+    EXPECT_EQ(0, reader.getState());
+    EXPECT_EQ(c.second, reader.getOpenError());
+    std::set<std::string> words;
+    EXPECT_FALSE(Utility::loadWords(c.first, words, -1)) << c.first;
+    EXPECT_EQ("Failed to Load X From" + c.first + ": " + c.second, Utility::fileFailureText("Failed to Load X From", c.first));
+  }
+  writeFile(dir.file("ok"), "w\n");
+  EXPECT_EQ("Failed" + dir.file("ok"), Utility::fileFailureText("Failed", dir.file("ok")));
+  BufferedFileReader reader(dir.file("ok"), false);
+  EXPECT_TRUE(reader.good() && reader.getOpenError().empty());
 }

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "analyzer/ComplexMatchTrieDict.h"
+#include "common/Logger.h"
 #include "utility/Utility.h"
 
 namespace vortm {
@@ -69,6 +70,9 @@ class LMBasedMatchTrieDict : public ComplexMatchTrieDict<CHAR> {
                    std::map<std::string, unsigned int>& ids) {
     vectors.clear();
     ids.clear();
+    // A FIFO would block the open and a device never end a line.
+    std::string reason;
+    if (!utility::Utility::checkRegularFile(file, reason)) return false;
     std::ifstream in(file.c_str(), std::ios::binary);
     if (!in) return false;
     std::string line;
@@ -79,7 +83,7 @@ class LMBasedMatchTrieDict : public ComplexMatchTrieDict<CHAR> {
     long claimed = std::strtol(fields[1].c_str(), nullptr, 10);
     dimension = (claimed > INT_MAX || claimed < INT_MIN) ? 0 : static_cast<int>(claimed);
     if (dimension <= 1) return false;
-    std::cout << " dim " << dimension << "\n";
+    common::gfn_libraryLine(" dim " + std::to_string(dimension));
 
     const size_t width = static_cast<size_t>(dimension);
     unsigned int id = 0;

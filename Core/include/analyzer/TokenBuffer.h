@@ -38,6 +38,9 @@ class TokenBuffer : public utility::BufferPool {
   // Starts reading over from the first record; any earlier iterator of this
   // buffer is rewound as well, since they share the read position.
   common::AutoPtr<Iterator> iterator();
+  // The number of whole records, counted without decoding them and without
+  // moving the read position.
+  size_t countRecords() const;
 };
 
 // Every writer of token records goes through these, so the field order lives

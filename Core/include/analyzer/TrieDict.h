@@ -217,7 +217,7 @@ class TrieDict : public Dict {
   bool loadFrom(const std::string& file) override {
     utility::BufferedFileReader reader(true);
     if (!reader.open(file)) {
-      warn("Unable to Open File" + file + "for Loading TrieTree");
+      warn("Unable to Open File" + file + "for Loading TrieTree: " + reader.getOpenError());
       return false;
     }
     std::vector<NodeStoreInfo> infos;

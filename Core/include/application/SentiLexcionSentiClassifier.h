@@ -25,7 +25,9 @@ class SentiLexcionSentiClassifier : public ISentiClassifier {
   // ready but every classify() fails.
   bool config(const configure::Parameter& param) override;
   bool classify(const std::string& text, double& score) override;
-  // Rebuilds the parts that were built before; not ready while it runs.
+  // Rebuilds the parts that config built; not ready while it runs. A failed
+  // update drops the part that failed, and a later update rebuilds it all
+  // the same, so that a good update always restores classification.
   bool update(const configure::Parameter& param) override;
 
   static const std::string PARAM_TEXT_ANALYZER;
@@ -35,6 +37,10 @@ class SentiLexcionSentiClassifier : public ISentiClassifier {
   common::AutoPtr<modular::TextAnalyzer> m_textAnalyzerPtr;
   bool m_bReady;
   common::AutoPtr<modular::ILexcionSentiScorer> m_lexcionSentiScorerPtr;
+  // Which parts update rebuilds: those that were ever set, even if a failed
+  // update has dropped them since.
+  bool m_bHasAnalyzer;
+  bool m_bHasScorer;
 };
 
 VORTM_DECLARE_CREATOR(SentiLexcionSentiClassifierCreator, ISentiClassifier, SentiLexcionSentiClassifier,

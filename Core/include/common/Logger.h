@@ -43,6 +43,15 @@ class CLogger {
   int LogError(std::string code, const std::string& message) { return writeLog(2, code, message); }
 
   int writeLog(int level, std::string code, const std::string& message);
+  // Writes one line, without a record's frame, where the records go: the
+  // few messages that the library prints directly use this.
+  void writeLine(const std::string& line);
+
+  // Applies the value of VORELIN_LOG to a logger in standard-output mode:
+  // "stdout" (or no value) keeps standard output, "stderr" sends records to
+  // standard error, "off" drops them, and any other value names a file that
+  // records are appended to. A logger in file mode keeps its file.
+  void applyLogTarget(const char* value);
 
   const std::string& getLogFile() const { return m_logFile; }
 
@@ -60,6 +69,12 @@ class CLogger {
   std::ofstream m_fileStream;
   std::ostream m_outStream;
   int m_logDate;
+  // Where standard-output mode really writes, as chosen by applyLogTarget.
+  enum Target { TO_STDOUT, TO_STDERR, TO_NOWHERE, TO_FILE };
+  Target m_target;
+  std::ofstream m_targetFile;
+  // Points m_outStream at the target; false when nothing is to be written.
+  bool selectTarget();
 };
 
 // The logger that components use: each whole record is written under a lock,
@@ -72,6 +87,7 @@ class LoggerProxy : public CLogger {
   int LogInfo(std::string code, const std::string& message);
   int LogWarn(std::string code, const std::string& message);
   int LogError(std::string code, const std::string& message);
+  void writeLine(const std::string& line);
 
  private:
   FastMutex m_mutex;
@@ -79,8 +95,13 @@ class LoggerProxy : public CLogger {
 
 // The process-wide logger. Only the first call's arguments count; the library
 // itself always calls gfn_pLoggerInstance(0, "", 0), so a host that wants a
-// log file must make the first call itself.
+// log file must make the first call itself. That first call also reads the
+// environment variable VORELIN_LOG once (see applyLogTarget).
 LoggerProxy* gfn_pLoggerInstance(int mode, std::string path, int timeFlag);
+
+// A line that the library prints outside the record format ("Failed to Parse
+// Params", ...): to standard output by default, else where VORELIN_LOG says.
+void gfn_libraryLine(const std::string& line);
 
 }  // namespace common
 }  // namespace vortm

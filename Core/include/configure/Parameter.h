@@ -18,6 +18,11 @@ namespace configure {
 // looked up in the enclosing blocks.
 class Parameter : public common::Serializable {
  public:
+  // The deepest nesting that the XML reader and readSelf accept. Far beyond
+  // any real configuration, and low enough that the recursive walks (copy,
+  // printing, saving) stay well inside a small thread stack.
+  static const unsigned int MAX_DEPTH = 1000;
+
   Parameter();
   // Deep copies: the children are cloned, the target keeps no old child.
   Parameter(const Parameter& other);
@@ -56,6 +61,8 @@ class Parameter : public common::Serializable {
 
  protected:
   void clearSubParams();
+  // readSelf for a node `depth` levels below the one readSelf was called on.
+  bool readSelfAt(common::ObjectReader& reader, unsigned int depth);
 
   bool m_bNull;
   std::string m_value;

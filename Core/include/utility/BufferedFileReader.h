@@ -1,6 +1,7 @@
 #ifndef VORTM_UTILITY_BUFFEREDFILEREADER_H
 #define VORTM_UTILITY_BUFFEREDFILEREADER_H
 
+#include <cstdint>
 #include <fstream>
 #include <string>
 
@@ -26,6 +27,9 @@ class BufferedFileReader : public common::ObjectReader {
   BufferedFileReader(const BufferedFileReader&) = delete;
   BufferedFileReader& operator=(const BufferedFileReader&) = delete;
 
+  // Only a regular file opens: anything else fails at once, so that a FIFO
+  // cannot block and a device cannot feed endless data. Reading stops at the
+  // size the file had when it was opened.
   bool open(const std::string& path);
   bool close();
   bool readBlockToBuffer();
@@ -49,6 +53,9 @@ class BufferedFileReader : public common::ObjectReader {
   bool good() const { return m_good; }
   int getState() const { return state; }
   bool isEncoded() const { return encoded; }
+  // Why the last open failed (see Utility::checkRegularFile); empty after a
+  // successful one.
+  const std::string& getOpenError() const { return m_openError; }
 
  private:
   BufferPool pool;
@@ -56,6 +63,9 @@ class BufferedFileReader : public common::ObjectReader {
   bool encoded;
   int state;
   bool m_good;
+  // Bytes of the file not yet read into the pool.
+  uint64_t m_unread;
+  std::string m_openError;
 };
 
 }  // namespace utility

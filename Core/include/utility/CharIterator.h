@@ -25,6 +25,8 @@ class CharIteratorFile : public CharIterator {
 
   bool setFile(const std::string& path);
   bool nextChar(char& c) override;
+  // Why setFile failed; empty after a successful one.
+  const std::string& getOpenError() const { return m_reader.getOpenError(); }
 
  private:
   BufferedFileReader m_reader;

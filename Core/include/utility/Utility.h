@@ -35,6 +35,17 @@ class Utility {
   static bool loadWords(std::string file, std::vector<std::string>& words, int limit);
   static bool loadWords(std::string file, std::set<std::string>& words, int limit);
 
+  // Every file the library reads by path goes through this first: true for a
+  // regular file (links followed), with its size in `size` when given.
+  // Otherwise false, and `reason` says why: the system's error text ("No
+  // such file or directory") or "is a directory" / "not a regular file", so
+  // that a FIFO, a device such as /dev/zero or a directory is never opened.
+  static bool checkRegularFile(const std::string& path, std::string& reason, uint64_t* size = nullptr);
+  // A loader's failure message: `text` and `path` run together, followed by
+  // ": " and the reason when the path is no readable regular file. A file
+  // that opens but holds bad data gets the plain message.
+  static std::string fileFailureText(const std::string& text, const std::string& path);
+
   static std::string chCharToHexStr(const std::string& str);
   static void listFiles(const std::string& dir, std::vector<std::string>& names);
 

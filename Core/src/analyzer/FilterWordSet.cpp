@@ -16,7 +16,7 @@ bool FilterWordSet::load(const configure::Parameter& param, const std::string& k
   // a later config.
   WordSetPtr loaded(new std::set<std::string>(), true);
   if (!utility::Utility::loadWords(file, *loaded, -1)) {
-    common::gfn_pLoggerInstance(0, "", 0)->LogWarn("101", failText + file);
+    common::gfn_pLoggerInstance(0, "", 0)->LogWarn("101", utility::Utility::fileFailureText(failText, file));
     return false;
   }
   words = loaded;

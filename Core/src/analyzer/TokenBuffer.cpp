@@ -12,6 +12,18 @@ common::AutoPtr<TokenBuffer::Iterator> TokenBuffer::iterator() {
   return common::AutoPtr<Iterator>(new Iterator(this), true);
 }
 
+size_t TokenBuffer::countRecords() const {
+  const unsigned long fixed = 4 * sizeof(int);
+  size_t count = 0;
+  for (unsigned long at = 0; writeOffset - at >= 4; ++count) {
+    int length = 0;
+    std::memcpy(&length, buffer + at, 4);
+    if (length < 0 || writeOffset - at - 4 < static_cast<unsigned long>(length) + fixed) break;
+    at += 4 + static_cast<unsigned long>(length) + fixed;
+  }
+  return count;
+}
+
 bool TokenBuffer::Iterator::hasNext() {
   if (pending) return true;
   // A record is decoded straight from the pool's memory: the term with its

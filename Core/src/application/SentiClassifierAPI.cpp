@@ -1,5 +1,5 @@
 // The exported C interface: a thin shell over CombineSentiClassifier.
-#include <iostream>
+#include <cstring>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -13,6 +13,7 @@
 
 using vortm::application::CombineSentiClassifier;
 using vortm::common::AutoPtr;
+using vortm::common::gfn_libraryLine;
 using vortm::common::gfn_pLoggerInstance;
 using vortm::configure::BasicParamParser;
 using vortm::configure::Parameter;
@@ -33,19 +34,19 @@ VORELIN_EXPORT int Senti_Classifier_Init(const char* configFile, void** handle) 
     BasicParamParser parser;
     AutoPtr<Parameter> root;
     if (!parser.doParse(file, root)) {
-      std::cout << "Failed to Parse Params" << std::endl;
+      gfn_libraryLine("Failed to Parse Params");
       result = false;
     } else {
       result = classifier->config(*root);
     }
   } catch (const std::bad_alloc& e) {
-    std::cout << " bad_alloc exception :" << e.what() << std::endl;
+    gfn_libraryLine(std::string(" bad_alloc exception :") + e.what());
     result = false;
   } catch (const std::exception& e) {
-    std::cout << " exception :" << e.what() << std::endl;
+    gfn_libraryLine(std::string(" exception :") + e.what());
     result = false;
   } catch (...) {
-    std::cout << " unknown exception " << std::endl;
+    gfn_libraryLine(" unknown exception ");
     result = false;
   }
   if (!result) {
@@ -68,14 +69,17 @@ VORELIN_EXPORT int Senti_Classifier_Update(const char* configFile, void* handle)
   BasicParamParser parser;
   AutoPtr<Parameter> root;
   if (!parser.doParse(file, root)) {
-    std::cout << "Failed to Parse Params with Config File " << file << std::endl;
+    gfn_libraryLine("Failed to Parse Params with Config File " + file);
     return 0;
   }
   return static_cast<CombineSentiClassifier*>(handle)->update(*root) ? 1 : 0;
 }
 
 VORELIN_EXPORT int Senti_Classify_Perform(void* handle, const char* text, double* score) {
-  if (!handle || !text || text[0] == 0) {
+  // Offsets inside the analysis are 32-bit, and memory grows with the text:
+  // an overlong text is refused like a missing one. strnlen never scans past
+  // the limit.
+  if (!handle || !text || text[0] == 0 || !score || strnlen(text, VORELIN_MAX_TEXT_BYTES + 1) > VORELIN_MAX_TEXT_BYTES) {
     gfn_pLoggerInstance(0, "", 0)->LogError("301", "Invalid Input Paremeters for Sentiment Classification");
     return 0;
   }

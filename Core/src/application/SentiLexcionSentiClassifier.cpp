@@ -18,7 +18,8 @@ using modular::TextAnalyzer;
 const std::string SentiLexcionSentiClassifier::PARAM_TEXT_ANALYZER = "text_analyzer";
 const std::string SentiLexcionSentiClassifier::PARAM_LEXCION_SENTI_SCORER = "lexcion_senti_scorer";
 
-SentiLexcionSentiClassifier::SentiLexcionSentiClassifier() : m_bReady(false) {}
+SentiLexcionSentiClassifier::SentiLexcionSentiClassifier()
+    : m_bReady(false), m_bHasAnalyzer(false), m_bHasScorer(false) {}
 
 SentiLexcionSentiClassifier::~SentiLexcionSentiClassifier() {}
 
@@ -37,6 +38,8 @@ bool SentiLexcionSentiClassifier::config(const Parameter& param) {
       return false;
     }
   }
+  m_bHasAnalyzer = m_textAnalyzerPtr.get() != nullptr;
+  m_bHasScorer = m_lexcionSentiScorerPtr.get() != nullptr;
   m_bReady = true;
   return true;
 }
@@ -56,7 +59,8 @@ bool SentiLexcionSentiClassifier::update(const Parameter& param) {
   common::gfn_creatorRegister();
   m_bReady = false;
   // A part that fails to rebuild is dropped rather than kept half built.
-  if (m_textAnalyzerPtr) {
+  if (m_textAnalyzerPtr || m_bHasAnalyzer) {
+    m_bHasAnalyzer = true;
     m_textAnalyzerPtr = AutoPtr<TextAnalyzer>();
     if (!TextAnalyzer::configTextAnalyzer(param[PARAM_TEXT_ANALYZER], m_textAnalyzerPtr)) {
       m_textAnalyzerPtr = AutoPtr<TextAnalyzer>();
@@ -64,7 +68,8 @@ bool SentiLexcionSentiClassifier::update(const Parameter& param) {
       return false;
     }
   }
-  if (m_lexcionSentiScorerPtr) {
+  if (m_lexcionSentiScorerPtr || m_bHasScorer) {
+    m_bHasScorer = true;
     m_lexcionSentiScorerPtr = AutoPtr<ILexcionSentiScorer>();
     if (!ILexcionSentiScorer::configLexcionSentiScorer(param[PARAM_LEXCION_SENTI_SCORER], m_lexcionSentiScorerPtr)) {
       m_lexcionSentiScorerPtr = AutoPtr<ILexcionSentiScorer>();

@@ -1,6 +1,7 @@
 #include "common/Logger.h"
 
 #include <atomic>
+#include <cstdlib>
 #include <ctime>
 #include <iostream>
 
@@ -19,7 +20,7 @@ const std::string& appName() {
 const std::string& gfn_sAppName = appName();
 
 CLogger::CLogger()
-    : m_logMode(0), m_timeFlag(0), m_outStream(nullptr), m_logDate(0) {}
+    : m_logMode(0), m_timeFlag(0), m_outStream(nullptr), m_logDate(0), m_target(TO_STDOUT) {}
 
 CLogger::~CLogger() {
   if (m_fileStream.is_open()) m_fileStream.close();
@@ -47,9 +48,48 @@ int CLogger::currentDateKey() const {
   return (local.tm_year + 1900) * 10000 + (local.tm_mon + 1) * 100 + local.tm_mday;
 }
 
+void CLogger::applyLogTarget(const char* value) {
+  if (m_logMode != 0 || !value || !*value) return;
+  const std::string target(value);
+  if (target == "stdout") {
+    m_target = TO_STDOUT;
+  } else if (target == "stderr") {
+    m_target = TO_STDERR;
+  } else if (target == "off") {
+    m_target = TO_NOWHERE;
+  } else {
+    m_target = TO_FILE;
+    m_targetFile.open(target.c_str(), std::ios::out | std::ios::app);
+    // A file that cannot be opened must not turn the log off unnoticed.
+    if (!m_targetFile.is_open()) {
+      std::cerr << "VORELIN_LOG: cannot open " << target << ", logging to standard error" << std::endl;
+      m_target = TO_STDERR;
+    }
+  }
+}
+
+bool CLogger::selectTarget() {
+  switch (m_target) {
+    case TO_STDERR: m_outStream.rdbuf(std::cerr.rdbuf()); return true;
+    case TO_NOWHERE: return false;
+    case TO_FILE: m_outStream.rdbuf(m_targetFile.rdbuf()); return true;
+    default: m_outStream.rdbuf(std::cout.rdbuf()); return true;
+  }
+}
+
+void CLogger::writeLine(const std::string& line) {
+  if (m_logMode == 1) {
+    std::cout << line << std::endl;
+    return;
+  }
+  if (!selectTarget()) return;
+  m_outStream.clear();
+  m_outStream << line << std::endl;
+}
+
 int CLogger::writeLog(int level, std::string code, const std::string& message) {
   if (m_logMode == 0) {
-    m_outStream.rdbuf(std::cout.rdbuf());
+    if (!selectTarget()) return 0;
   } else if (m_logMode != 1) {
     std::cout << "Log mode error!" << std::endl;
     return -1;
@@ -97,7 +137,15 @@ int CLogger::writeLog(int level, std::string code, const std::string& message) {
 
 LoggerProxy::LoggerProxy(LoggerConfigure& config) {
   Init(config.m_appName, config.m_logMode, config.m_logPath, config.m_timeFlag);
+  applyLogTarget(std::getenv("VORELIN_LOG"));
 }
+
+void LoggerProxy::writeLine(const std::string& line) {
+  FastMutex::ScopedLock lock(m_mutex);
+  CLogger::writeLine(line);
+}
+
+void gfn_libraryLine(const std::string& line) { gfn_pLoggerInstance(0, "", 0)->writeLine(line); }
 
 int LoggerProxy::LogDebug(std::string code, const std::string& message) {
   FastMutex::ScopedLock lock(m_mutex);

@@ -11,6 +11,8 @@ using common::AutoPtr;
 
 Parameter ParameterNULL;
 
+const unsigned int Parameter::MAX_DEPTH;
+
 Parameter::Parameter() : m_bNull(true) {}
 
 Parameter::Parameter(const Parameter& other) : common::Serializable(), m_bNull(true) {
@@ -30,12 +32,26 @@ Parameter& Parameter::operator=(const Parameter& other) {
   return *this;
 }
 
-Parameter::~Parameter() {}
+Parameter::~Parameter() { clearSubParams(); }
 
+// Frees the subtree without recursion: a node that only this walk still holds
+// gives up its children to the walk before it goes, so a tree nested
+// thousands of levels deep never costs a stack frame per level. A child that
+// is held elsewhere stays alive with its children.
 void Parameter::clearSubParams() {
   m_subParamTable.destroy();
   m_subParamNames.clear();
-  m_subParams.clear();
+  std::vector<AutoPtr<Parameter> > pending;
+  pending.swap(m_subParams);
+  while (!pending.empty()) {
+    AutoPtr<Parameter> node = pending.back();
+    pending.pop_back();
+    if (node.useCount() != 1) continue;
+    node->m_subParamTable.destroy();
+    node->m_subParamNames.clear();
+    for (size_t i = 0; i < node->m_subParams.size(); ++i) pending.push_back(node->m_subParams[i]);
+    node->m_subParams.clear();
+  }
 }
 
 bool Parameter::getIntValue(int&) const { return false; }
@@ -132,7 +148,9 @@ bool Parameter::writeSelf(common::ObjectWriter& writer) {
   return true;
 }
 
-bool Parameter::readSelf(common::ObjectReader& reader) {
+bool Parameter::readSelf(common::ObjectReader& reader) { return readSelfAt(reader, 0); }
+
+bool Parameter::readSelfAt(common::ObjectReader& reader, unsigned int depth) {
   clearSubParams();
   std::string text;
   if (!reader.readString(text)) return false;
@@ -150,7 +168,8 @@ bool Parameter::readSelf(common::ObjectReader& reader) {
       case 2: child = new ParameterFloat(); break;
       default: return false;
     }
-    if (!child->readSelf(reader)) return false;
+    // A forged file could nest without end; each level is a stack frame here.
+    if (depth + 1 > MAX_DEPTH || !child->readSelfAt(reader, depth + 1)) return false;
     appendSubParam(name, child);
   }
   return true;

@@ -48,6 +48,10 @@ bool TextAnalyzer::tokenizeText(const std::string& text, std::vector<Token>& tok
   tokens.clear();
   TokenBuffer buffer;
   if (!tokenizeText(text, buffer, isolated)) return false;
+  // Counting the records first costs one cheap pass; growing the vector by
+  // doubling would hold up to three times the tokens at the last move, which
+  // for a long text is most of the memory the whole analysis takes.
+  tokens.reserve(buffer.countRecords());
   AutoPtr<TokenBuffer::Iterator> it = buffer.iterator();
   Token token;
   while (it->hasNext()) {

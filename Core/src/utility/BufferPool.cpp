@@ -3,6 +3,7 @@
 #include <cstring>
 #include <iostream>
 
+#include "common/Logger.h"
 #include "utility/Utility.h"
 
 namespace vortm {
@@ -101,7 +102,7 @@ void BufferPool::eraseRead() {
   readOffset = 0;
   writeOffset = unread;
   syncPointers();
-  std::cout << "eraseRead() : new pool size " << newSize << std::endl;
+  common::gfn_libraryLine("eraseRead() : new pool size " + std::to_string(newSize));
 }
 
 bool BufferPool::readBytesFully(void* dst, unsigned int length) {

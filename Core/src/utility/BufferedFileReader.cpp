@@ -10,10 +10,10 @@ namespace utility {
 const unsigned int BufferedFileReader::BLOCK_SIZE;
 
 BufferedFileReader::BufferedFileReader(bool encoded)
-    : pool(false), encoded(encoded), state(1), m_good(false) {}
+    : pool(false), encoded(encoded), state(1), m_good(false), m_unread(0) {}
 
 BufferedFileReader::BufferedFileReader(const std::string& path, bool encoded)
-    : pool(false), encoded(encoded), state(1), m_good(false) {
+    : pool(false), encoded(encoded), state(1), m_good(false), m_unread(0) {
   open(path);
 }
 
@@ -28,8 +28,15 @@ bool BufferedFileReader::open(const std::string& path) {
     pool.reInit();
   }
   file.clear();
+  m_openError.clear();
+  if (!Utility::checkRegularFile(path, m_openError, &m_unread)) {
+    state = 0;
+    m_good = false;
+    return false;
+  }
   file.open(path.c_str(), std::ios::in | std::ios::binary);
   if (!file.is_open() || file.fail()) {
+    m_openError = "cannot be opened";
     state = 0;
     m_good = false;
     return false;
@@ -53,15 +60,19 @@ bool BufferedFileReader::readBlockToBuffer() {
     m_good = false;
     return false;
   }
+  // Never past the size seen at open: a file that grows meanwhile is read as
+  // it was, and the last block may be short without being the end.
+  const unsigned int want = m_unread < BLOCK_SIZE ? static_cast<unsigned int>(m_unread) : BLOCK_SIZE;
   std::unique_ptr<char[]> block(new char[BLOCK_SIZE]);
-  file.read(block.get(), BLOCK_SIZE);
-  if (file.good()) {
-    pool.writeBytes(block.get(), BLOCK_SIZE);
+  if (want > 0) file.read(block.get(), want);
+  if (want > 0 && file.good()) {
+    m_unread -= want;
+    pool.writeBytes(block.get(), want);
     return true;
   }
-  if (file.eof()) {
+  if (want == 0 || file.eof()) {
     state = 3;
-    std::streamsize got = file.gcount();
+    std::streamsize got = want > 0 ? file.gcount() : 0;
     if (got > 0) {
       pool.writeBytes(block.get(), static_cast<unsigned int>(got));
       return true;

@@ -1,9 +1,12 @@
 #include "utility/Utility.h"
 
 #include <dirent.h>
+#include <sys/stat.h>
 #include <sys/types.h>
+#include <unistd.h>
 
 #include <cctype>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
@@ -127,6 +130,34 @@ void Utility::strTokenize(const std::string& text, std::vector<std::string>& out
     }
   }
   if (!field.empty()) out.push_back(field);
+}
+
+bool Utility::checkRegularFile(const std::string& path, std::string& reason, uint64_t* size) {
+  struct stat st;
+  if (stat(path.c_str(), &st) != 0) {
+    reason = std::strerror(errno);
+    return false;
+  }
+  if (S_ISDIR(st.st_mode)) {
+    reason = "is a directory";
+    return false;
+  }
+  if (!S_ISREG(st.st_mode)) {
+    reason = "not a regular file";
+    return false;
+  }
+  if (access(path.c_str(), R_OK) != 0) {
+    reason = std::strerror(errno);
+    return false;
+  }
+  if (size) *size = static_cast<uint64_t>(st.st_size);
+  return true;
+}
+
+std::string Utility::fileFailureText(const std::string& text, const std::string& path) {
+  std::string reason;
+  if (checkRegularFile(path, reason)) return text + path;
+  return text + path + ": " + reason;
 }
 
 bool Utility::loadWords(std::string file, std::vector<std::string>& words, int limit) {

@@ -17,6 +17,7 @@
 #include "analyzer/UTF8CharacterLexer.h"
 #include "application/CombineSentiClassifier.h"
 #include "application/SentiLexcionSentiClassifier.h"
+#include "modular/StandardDocVectorBuilder.h"
 #include "modular/StandardLexcionSentiScorer.h"
 #include "common/InstanceCreator.h"
 #include "common/Singleton.h"
@@ -50,6 +51,7 @@ void gfn_creatorRegister() {
   build<analyzer::SentenceTokenizerCreator>();
   build<analyzer::GBKCharacterLexerCreator>();
   build<analyzer::UTF8CharacterLexerCreator>();
+  build<modular::StandardDocVectorBuilderCreator>();
   build<modular::StandardLexcionSentiScorerCreator>();
   build<application::CombineSentiClassifierCreator>();
   build<application::SentiLexcionSentiClassifierCreator>();

@@ -15,6 +15,7 @@
 #include "analyzer/SkipNegationTokenFilter.h"
 #include "analyzer/TrieDictMaxForwardTokenizer.h"
 #include "analyzer/UTF8CharacterLexer.h"
+#include "application/CentroidSentiClassifier.h"
 #include "application/CombineSentiClassifier.h"
 #include "application/SentiLexcionSentiClassifier.h"
 #include "modular/StandardDocVectorBuilder.h"
@@ -55,6 +56,7 @@ void gfn_creatorRegister() {
   build<modular::StandardLexcionSentiScorerCreator>();
   build<application::CombineSentiClassifierCreator>();
   build<application::SentiLexcionSentiClassifierCreator>();
+  build<application::CentroidSentiClassifierCreator>();
   s_registered.store(true, std::memory_order_release);
 }
 

@@ -15,10 +15,13 @@
 #include "analyzer/SkipNegationTokenFilter.h"
 #include "analyzer/TrieDictMaxForwardTokenizer.h"
 #include "analyzer/UTF8CharacterLexer.h"
+#include "application/CNNSentiClassifier.h"
 #include "application/CentroidSentiClassifier.h"
 #include "application/CombineSentiClassifier.h"
 #include "application/SentiLexcionSentiClassifier.h"
+#include "modular/DCNNDocVectorBuilder.h"
 #include "modular/StandardDocVectorBuilder.h"
+#include "modular/StdConvDocVectorBuilder.h"
 #include "modular/StandardLexcionSentiScorer.h"
 #include "common/InstanceCreator.h"
 #include "common/Singleton.h"
@@ -53,10 +56,13 @@ void gfn_creatorRegister() {
   build<analyzer::GBKCharacterLexerCreator>();
   build<analyzer::UTF8CharacterLexerCreator>();
   build<modular::StandardDocVectorBuilderCreator>();
+  build<modular::StdConvDocVectorBuilderCreator>();
+  build<modular::DCNNDocVectorBuilderCreator>();
   build<modular::StandardLexcionSentiScorerCreator>();
   build<application::CombineSentiClassifierCreator>();
   build<application::SentiLexcionSentiClassifierCreator>();
   build<application::CentroidSentiClassifierCreator>();
+  build<application::CNNSentiClassifierCreator>();
   s_registered.store(true, std::memory_order_release);
 }
 

@@ -368,6 +368,32 @@ def build_vocab(docs, min_count, max_words, kind):
     return {w: i for i, w in enumerate(words)}
 
 
+def init_from_fasttext(net, vocab, docs, args):
+    """Starts the embeddings from skip-gram vectors that the fasttext tool
+    learns on the same training texts (tokens as the analyzer cuts them)."""
+    import tempfile
+    with tempfile.TemporaryDirectory() as tmp:
+        text = os.path.join(tmp, "tokens.txt")
+        with open(text, "w", encoding="utf-8") as f:
+            for d in docs:
+                f.write(" ".join(t[4:] if args.kind == "std_conv" and t.startswith("NOT_") else t
+                                 for t in d if t and not any(c.isspace() for c in t)) + "\n")
+        out = os.path.join(tmp, "vectors")
+        subprocess.run([args.fasttext, "skipgram", "-input", text, "-output", out, "-dim", str(args.dim),
+                        "-minCount", str(args.min_count), "-epoch", "10", "-thread", "1", "-seed", str(args.seed),
+                        "-verbose", "0"], check=True)
+        found = 0
+        with open(out + ".vec", encoding="utf-8", errors="replace") as f:
+            f.readline()
+            for line in f:
+                fields = line.rstrip().split(" ")
+                if fields[0] in vocab and len(fields) == args.dim + 1:
+                    v = torch.tensor([float(x) for x in fields[1:]])
+                    net.emb.weight.data[vocab[fields[0]] + 1] = v / (v.norm() + 1e-8) * math.sqrt(args.dim) * 0.5
+                    found += 1
+    log("fasttext vectors for %d of %d words" % (found, len(vocab)))
+
+
 def accuracy(net, batches):
     net.eval()
     right = total = 0
@@ -415,6 +441,8 @@ def cmd_train(args):
         if any(w2 > args.pool1 for _, w2 in pairs_w):
             raise SystemExit("train_cnn.py: a second window wider than --pool1 leaves no positions")
         net = DCNN(len(vocab), args.dim, pairs_w, args.pool1, args.pool2, args.hidden, args.dropout)
+    if args.fasttext:
+        init_from_fasttext(net, vocab, [docs[i] for i in train_idx], args)
     log("%s: %d words, dim %d, %d parameters" % (args.kind, len(vocab), args.dim,
                                                  sum(p.numel() for p in net.parameters())))
 
@@ -424,7 +452,7 @@ def cmd_train(args):
 
     train_items, valid_items = items(train_idx), items(valid_idx)
     valid_batches = batched(sorted(valid_items, key=lambda x: len(x[0])), 256, args.max_len)
-    opt = torch.optim.Adam(net.parameters(), lr=args.lr)
+    opt = torch.optim.AdamW(net.parameters(), lr=args.lr, weight_decay=args.weight_decay)
     best, best_state, stale = -1.0, None, 0
     for epoch in range(1, args.epochs + 1):
         t0 = time.time()
@@ -502,6 +530,8 @@ def main():
     t.add_argument("--pool2", type=int, default=2)
     t.add_argument("--hidden", type=int, default=16, help="features of the document vector (>= 3)")
     t.add_argument("--dropout", type=float, default=0.5)
+    t.add_argument("--weight-decay", type=float, default=0.0)
+    t.add_argument("--fasttext", help="fasttext binary: start the embeddings from its skip-gram vectors")
     t.add_argument("--epochs", type=int, default=12)
     t.add_argument("--patience", type=int, default=2)
     t.add_argument("--batch", type=int, default=50)

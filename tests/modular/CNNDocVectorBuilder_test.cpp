@@ -214,11 +214,12 @@ TEST_F(CnnBuilderTest, WordVectorFile) {
     EXPECT_FALSE(b.loadWordVec(file("dim1.vec", "1 1\na 1\n")));
     EXPECT_FALSE(b.loadWordVec(file("dimx.vec", "1 x\na 1\n")));
     EXPECT_FALSE(b.loadWordVec(m_dir.file("missing.vec")));
-    EXPECT_EQ("", capture.str());
+    EXPECT_FALSE(b.loadWordVec(file("short.vec", "2 3\na 1 2 3\nb 1 2\n")));
     ASSERT_TRUE(b.loadWordVec(file("ok.vec", "9 2\r\na 1 2\r\nb 3 4\n\na 5 6\n")));
-    EXPECT_EQ(" word dim  2\n", capture.str());
+    EXPECT_EQ(" word dim  3\n word dim  2\n", capture.str());
   }
   EXPECT_EQ(2, b.getWordDim());
+  EXPECT_EQ(3u, b.getWordCount());
   EXPECT_EQ(2, b.findWord("a"));  // the later row wins
   EXPECT_EQ(1, b.findWord("b"));
   EXPECT_EQ(-1, b.findWord("c"));

@@ -39,6 +39,7 @@ class CNNDocVectorBuilder : public IDocVectorBuilder {
   void l2Norm(utility::MySparseVector<double, int>& docVec);
 
   int getWordDim() const { return wordDim; }
+  size_t getWordCount() const { return wordVecs.size(); }
   // Row of `word` in the embeddings, or -1.
   int findWord(const std::string& word) const;
 

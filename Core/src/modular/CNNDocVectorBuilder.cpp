@@ -20,10 +20,6 @@ const std::string CNNDocVectorBuilder::PARAM_WORD_VEC_FILE = "word_vec_file";
 const std::string CNNDocVectorBuilder::PARAM_MODEL_FILE = "model_file";
 const std::string CNNDocVectorBuilder::PARAM_NORMALIZE_METHOD = "normalize_method";
 
-namespace {
-const char kFieldDelimiters[] = " \t\r\n";
-}
-
 CNNDocVectorBuilder::CNNDocVectorBuilder() : wordDim(0), featureCount(0), initialized(false), normMethod("l2norm") {}
 
 CNNDocVectorBuilder::~CNNDocVectorBuilder() {}
@@ -51,7 +47,7 @@ bool CNNDocVectorBuilder::loadWordVec(const std::string& path) {
   std::string line;
   std::vector<std::string> fields;
   if (!std::getline(in, line)) return false;
-  utility::Utility::strTokenize(line, kFieldDelimiters, fields);
+  utility::Utility::strTokenize(line, fields, ' ');
   if (fields.size() != 2) return false;
   // A dimension of 1 is refused, and so is anything that would make every
   // later row absurdly long.
@@ -63,13 +59,14 @@ bool CNNDocVectorBuilder::loadWordVec(const std::string& path) {
   wordIds.clear();
   while (std::getline(in, line)) {
     fields.clear();
-    utility::Utility::strTokenize(line, kFieldDelimiters, fields);
-    // Blank lines carry no word; short rows are padded with zeros so that
-    // every row has wordDim values.
+    utility::Utility::strTokenize(line, fields, ' ');
+    // Blank lines carry no word. A row short of numbers is refused: it
+    // would mean a broken file, and it keeps a forged dimension from
+    // costing more memory than the file itself.
     if (fields.empty()) continue;
-    std::vector<double> row(wordDim, 0.0);
-    for (int d = 0; d < wordDim && d + 1 < static_cast<int>(fields.size()); ++d)
-      row[d] = std::strtod(fields[d + 1].c_str(), nullptr);
+    if (static_cast<long>(fields.size()) <= dim) return false;
+    std::vector<double> row(wordDim);
+    for (int d = 0; d < wordDim; ++d) row[d] = std::strtod(fields[d + 1].c_str(), nullptr);
     wordIds[fields[0]] = static_cast<unsigned int>(wordVecs.size());
     wordVecs.push_back(std::move(row));
   }
@@ -103,7 +100,7 @@ void CNNDocVectorBuilder::l2Norm(MySparseVector<double, int>& docVec) {
 }
 
 bool CNNDocVectorBuilder::sizeOk(long long rows, long long cols) {
-  const long long kMaxValues = 1LL << 24;
+  const long long kMaxValues = 1LL << 22;
   if (rows < 0 || cols < 0 || rows > kMaxValues || cols > kMaxValues) return false;
   return rows == 0 || cols <= kMaxValues / rows;
 }

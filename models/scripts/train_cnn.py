@@ -501,7 +501,15 @@ def cmd_score(args):
     net, vocab = load_model(args.model, args.kind)
     with open(args.texts, encoding="utf-8") as f:
         texts = [line.rstrip("\r\n") for line in f]
-    for s in score_docs(net, vocab, tokenize(texts, args.vorelin, args.config)):
+    scores = score_docs(net, vocab, tokenize(texts, args.vorelin, args.config))
+    if args.against:
+        # Checks this forward pass against scores stored earlier.
+        with open(args.against) as f:
+            stored = [float(v) for v in f.read().split()]
+        worst = max((abs(a - b) for a, b in zip(scores, stored)), default=0.0)
+        print("%d scores, %d stored, largest difference %.3g" % (len(scores), len(stored), worst))
+        sys.exit(0 if len(stored) == len(scores) and worst <= 1e-9 else 1)
+    for s in scores:
         print("%.17g" % s)
 
 
@@ -547,6 +555,7 @@ def main():
     s.add_argument("--model", required=True, help="path prefix of the model files")
     s.add_argument("--kind", choices=["std_conv", "dcnn"], default="std_conv")
     s.add_argument("--texts", required=True)
+    s.add_argument("--against", help="file of stored scores: compare instead of printing")
     s.set_defaults(run=cmd_score)
     for q in (t, s):
         q.add_argument("--vorelin", default=default_vorelin)

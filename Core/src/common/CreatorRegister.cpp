@@ -15,8 +15,13 @@
 #include "analyzer/SkipNegationTokenFilter.h"
 #include "analyzer/TrieDictMaxForwardTokenizer.h"
 #include "analyzer/UTF8CharacterLexer.h"
+#include "application/CNNSentiClassifier.h"
+#include "application/CentroidSentiClassifier.h"
 #include "application/CombineSentiClassifier.h"
 #include "application/SentiLexcionSentiClassifier.h"
+#include "modular/DCNNDocVectorBuilder.h"
+#include "modular/StandardDocVectorBuilder.h"
+#include "modular/StdConvDocVectorBuilder.h"
 #include "modular/StandardLexcionSentiScorer.h"
 #include "modular/TargetAwareLexcionSentiScorers.h"
 #include "modular/WeightedLexcionSentiScorer.h"
@@ -52,6 +57,9 @@ void gfn_creatorRegister() {
   build<analyzer::SentenceTokenizerCreator>();
   build<analyzer::GBKCharacterLexerCreator>();
   build<analyzer::UTF8CharacterLexerCreator>();
+  build<modular::StandardDocVectorBuilderCreator>();
+  build<modular::StdConvDocVectorBuilderCreator>();
+  build<modular::DCNNDocVectorBuilderCreator>();
   build<modular::StandardLexcionSentiScorerCreator>();
   build<modular::WeightedLexcionSentiScorerCreator>();
   // The standard target-aware scorer has a creator too, but nothing builds
@@ -59,6 +67,8 @@ void gfn_creatorRegister() {
   build<modular::TargetAwareWeightedLexcionSentiScorerCreator>();
   build<application::CombineSentiClassifierCreator>();
   build<application::SentiLexcionSentiClassifierCreator>();
+  build<application::CentroidSentiClassifierCreator>();
+  build<application::CNNSentiClassifierCreator>();
   s_registered.store(true, std::memory_order_release);
 }
 

@@ -1,0 +1,91 @@
+#ifndef VORTM_MODULAR_VOCABULARY_H
+#define VORTM_MODULAR_VOCABULARY_H
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "analyzer/Token.h"
+#include "common/AutoPtr.h"
+#include "common/Serializable.h"
+#include "trainset/DocReader.h"
+
+namespace vortm {
+
+namespace analyzer {
+// The default word filter of Vocabulary::build: punctuation, symbols, spans,
+// stop words, conjunctions and implausible English words stay out.
+bool isExcludeForVocab(Token& token);
+}  // namespace analyzer
+
+namespace modular {
+
+// Corpus statistics of one word; the word's feature id is its position in
+// the vocabulary.
+struct WordInfo {
+  WordInfo() : tf(0), df(0), idf(0.0f) {}
+  std::string word;
+  unsigned int tf;
+  unsigned int df;
+  float idf;
+};
+
+// The feature space of the document vectors: word to dense id, with the
+// statistics that term weights come from. After build() or merge() the ids
+// are stale until the vocabulary is saved and loaded again, or resized.
+class Vocabulary : public common::Serializable {
+ public:
+  Vocabulary();
+  ~Vocabulary() override;
+
+  bool writeSelf(common::ObjectWriter& writer) override;
+  bool readSelf(common::ObjectReader& reader) override;
+
+  void clear();
+  bool loadFrom(const std::string& path);
+  bool writeTo(const std::string& path);
+  // A null `exclude` means analyzer::isExcludeForVocab.
+  bool build(common::AutoPtr<trainset::DocReader> reader, std::string analyzerConfigPath,
+             bool (*exclude)(analyzer::Token&));
+  // Words added here lie behind wordCount; only they can be deleted.
+  // Counts one tokenized document into the statistics, as build() does;
+  // `localIds` maps words to records across the calls of one build.
+  void addDocument(std::vector<analyzer::Token>& tokens, bool (*exclude)(analyzer::Token&),
+                   std::map<std::string, unsigned int>& localIds);
+  // Sorts the records by falling df, as build() leaves them.
+  void sortByDf();
+  void addUserWord(const std::string& word, int df, int tf);
+  void deleteUserWord(const std::string& word);
+  void merge(Vocabulary& other, int minDf);
+  void resize(int size);
+  // Marks rare or implausible English words as dropped (df 0).
+  void excludeUselessEnglishWord();
+  static bool wordInfoCmp(const WordInfo& a, const WordInfo& b);
+
+  // Id of `word`, or -1 when unknown.
+  int getWordId(const std::string& word) const;
+  std::map<std::string, unsigned int>& getWordIds() { return wordIds; }
+  const std::map<std::string, unsigned int>& getWordIds() const { return wordIds; }
+  std::vector<WordInfo>& getWordInfos() { return wordInfos; }
+  const std::vector<WordInfo>& getWordInfos() const { return wordInfos; }
+  int size() const { return static_cast<int>(wordInfos.size()); }
+  unsigned int getDocCount() const { return docCount; }
+  void setDocCount(unsigned int count) { docCount = count; }
+  int getMinDf() const { return minDf; }
+  void setMinDf(int value) { minDf = value; }
+  int getWordCount() const { return wordCount; }
+
+ private:
+  bool passesSaveTest(const WordInfo& info) const;
+
+  unsigned int docCount;
+  std::map<std::string, unsigned int> wordIds;
+  std::vector<WordInfo> wordInfos;
+  int minDf;
+  int wordCount;
+};
+
+}  // namespace modular
+}  // namespace vortm
+
+#endif

@@ -1,0 +1,262 @@
+#include "modular/Vocabulary.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+
+#include "common/Logger.h"
+#include "configure/BasicParamParser.h"
+#include "modular/TextAnalyzer.h"
+#include "utility/BufferedFileReader.h"
+#include "utility/BufferedFileWriter.h"
+#include "utility/Utility.h"
+
+namespace vortm {
+
+namespace analyzer {
+
+bool isExcludeForVocab(Token& token) {
+  switch (static_cast<int>(token.type)) {
+    case 1: case 3: case 6: case 7: case 9: case 10: case 11: case 12: case 13:
+    case 15: case 16: case 17: case 18: case 20: case 21:
+      return true;
+    default:
+      break;
+  }
+  int tag = static_cast<int>(token.tag);
+  if (tag == Token::TG_STOPWORD || tag == Token::TG_BUT_CONJ || tag == Token::TG_THOUGH_CONJ) return true;
+  if (token.type == Token::TT_EN_WORD) {
+    size_t len = token.term.size();
+    return !(len >= 2 && len <= 50 && utility::Utility::isEnWord(token.term.c_str(), len));
+  }
+  return false;
+}
+
+}  // namespace analyzer
+
+namespace modular {
+
+using common::AutoPtr;
+using common::gfn_pLoggerInstance;
+
+namespace {
+
+// Base-2 idf; `extra` is 1.0 for records read from a file and 0.0 for
+// merged and user words, which keeps files and in-memory words apart.
+float idfOf(unsigned int docCount, unsigned int df, double extra) {
+  return static_cast<float>(std::log10((docCount + 0.1) / (df + extra + 0.1)) / std::log10(2.0));
+}
+
+}  // namespace
+
+Vocabulary::Vocabulary() : docCount(0), minDf(-1), wordCount(0) {}
+
+Vocabulary::~Vocabulary() {}
+
+void Vocabulary::clear() {
+  docCount = 0;
+  wordCount = 0;
+  wordIds.clear();
+  wordInfos.clear();
+}
+
+bool Vocabulary::wordInfoCmp(const WordInfo& a, const WordInfo& b) { return a.df > b.df; }
+
+void Vocabulary::sortByDf() { std::sort(wordInfos.begin(), wordInfos.end(), wordInfoCmp); }
+
+int Vocabulary::getWordId(const std::string& word) const {
+  std::map<std::string, unsigned int>::const_iterator it = wordIds.find(word);
+  return it == wordIds.end() ? -1 : static_cast<int>(it->second);
+}
+
+bool Vocabulary::passesSaveTest(const WordInfo& info) const {
+  if (info.df == 0) return false;
+  return !(minDf > 0 && info.df < static_cast<unsigned int>(minDf));
+}
+
+void Vocabulary::excludeUselessEnglishWord() {
+  for (size_t i = 0; i < wordInfos.size(); ++i) {
+    WordInfo& info = wordInfos[i];
+    if (!utility::Utility::isEnWord(info.word.c_str(), info.word.size())) continue;
+    if (info.df <= 24 || info.word.size() < 3 || info.word.size() > 20) info.df = 0;
+  }
+}
+
+bool Vocabulary::writeSelf(common::ObjectWriter& writer) {
+  excludeUselessEnglishWord();
+  int count = 0;
+  for (size_t i = 0; i < wordInfos.size(); ++i) {
+    if (passesSaveTest(wordInfos[i])) ++count;
+  }
+  wordCount = count;
+  if (!writer.writeUint32(docCount) || !writer.writeUint32(static_cast<unsigned int>(count))) return false;
+  for (size_t i = 0; i < wordInfos.size(); ++i) {
+    const WordInfo& info = wordInfos[i];
+    if (!passesSaveTest(info)) continue;
+    if (!writer.writeString(info.word) || !writer.writeUint32(info.df) || !writer.writeUint32(info.tf)) return false;
+    writer.writeByte(0x0A);
+  }
+  return true;
+}
+
+bool Vocabulary::readSelf(common::ObjectReader& reader) {
+  wordInfos.clear();
+  wordIds.clear();
+  docCount = 0;
+  int count = 0;
+  if (!reader.readUint32(docCount) || !reader.readInt32(count)) return false;
+  wordCount = count;
+  if (count < 1) return false;
+  for (int i = 0; i < count; ++i) {
+    WordInfo info;
+    if (!reader.readString(info.word) || !reader.readUint32(info.df) || !reader.readUint32(info.tf)) return false;
+    if (wordIds.count(info.word) != 0) return false;
+    unsigned char separator;
+    if (passesSaveTest(info)) {
+      info.idf = idfOf(docCount, info.df, 1.0);
+      wordIds[info.word] = static_cast<unsigned int>(wordInfos.size());
+      wordInfos.push_back(info);
+    }
+    reader.readByte(separator);
+  }
+  return true;
+}
+
+bool Vocabulary::loadFrom(const std::string& path) {
+  clear();
+  utility::BufferedFileReader reader(true);
+  if (!reader.open(path)) {
+    gfn_pLoggerInstance(0, "", 0)->LogWarn("101", "Fail to Open File " + path + " for Loading Vocabulary");
+    return false;
+  }
+  if (!readSelf(reader)) {
+    gfn_pLoggerInstance(0, "", 0)->LogWarn("101", "Fail to Load Vocabulary from " + path);
+    return false;
+  }
+  return true;
+}
+
+bool Vocabulary::writeTo(const std::string& path) {
+  utility::BufferedFileWriter writer(true);
+  if (!writer.open(path)) {
+    gfn_pLoggerInstance(0, "", 0)->LogWarn("101", "Fail to Open File " + path + " for Writting Vocabulary");
+    return false;
+  }
+  if (!writeSelf(writer) || !writer.close()) {
+    gfn_pLoggerInstance(0, "", 0)->LogWarn("101", "Fail to Write Vocabulary to " + path);
+    return false;
+  }
+  return true;
+}
+
+void Vocabulary::addDocument(std::vector<analyzer::Token>& tokens, bool (*exclude)(analyzer::Token&),
+                             std::map<std::string, unsigned int>& localIds) {
+  if (exclude == nullptr) exclude = analyzer::isExcludeForVocab;
+  std::map<unsigned int, unsigned int> counts;
+  for (size_t i = 0; i < tokens.size(); ++i) {
+    analyzer::Token& token = tokens[i];
+    if (token.term.size() <= 1 || exclude(token)) continue;
+    std::map<std::string, unsigned int>::iterator it = localIds.find(token.term);
+    unsigned int id;
+    if (it == localIds.end()) {
+      id = static_cast<unsigned int>(wordInfos.size());
+      localIds[token.term] = id;
+      WordInfo info;
+      info.word = token.term;
+      wordInfos.push_back(info);
+    } else {
+      id = it->second;
+    }
+    ++counts[id];
+  }
+  ++docCount;
+  for (std::map<unsigned int, unsigned int>::iterator it = counts.begin(); it != counts.end(); ++it) {
+    wordInfos[it->first].df += 1;
+    wordInfos[it->first].tf += it->second;
+  }
+}
+
+bool Vocabulary::build(AutoPtr<trainset::DocReader> reader, std::string analyzerConfigPath,
+                       bool (*exclude)(analyzer::Token&)) {
+  clear();
+  TextAnalyzer analyzer;
+  AutoPtr<configure::Parameter> root;
+  configure::BasicParamParser parser;
+  if (!parser.doParse(analyzerConfigPath, root)) {
+    std::cout << "Failed to Parse Params" << std::endl;
+    std::cout << "Failed to init text analyzer" << std::endl;
+    return false;
+  }
+  if (!analyzer.config(*root)) {
+    std::cout << "Failed to init text analyzer" << std::endl;
+    return false;
+  }
+  std::map<std::string, unsigned int> localIds;
+  std::vector<analyzer::Token> tokens;
+  while (reader && reader->hasNextDoc()) {
+    trainset::Doc doc = reader->getNextDoc();
+    std::string text;
+    if (!doc.title.empty()) text += doc.title + "\n";
+    if (!doc.subTitle.empty()) text += doc.subTitle + "\n";
+    text += doc.content;
+    if (!analyzer.tokenizeText(text, tokens, true)) continue;
+    addDocument(tokens, exclude, localIds);
+  }
+  sortByDf();
+  return true;
+}
+
+void Vocabulary::addUserWord(const std::string& word, int df, int tf) {
+  if (wordIds.count(word) != 0) return;
+  wordIds[word] = static_cast<unsigned int>(wordInfos.size());
+  WordInfo info;
+  info.word = word;
+  info.df = static_cast<unsigned int>(df);
+  info.tf = static_cast<unsigned int>(tf);
+  info.idf = idfOf(docCount, info.df, 0.0);
+  wordInfos.push_back(info);
+}
+
+void Vocabulary::deleteUserWord(const std::string& word) {
+  std::map<std::string, unsigned int>::iterator it = wordIds.find(word);
+  if (it == wordIds.end()) return;
+  int id = static_cast<int>(it->second);
+  if (id < 0 || id < wordCount) return;
+  wordIds.erase(it);
+  for (size_t i = static_cast<size_t>(id) + 1; i < wordInfos.size(); ++i) {
+    wordInfos[i - 1] = wordInfos[i];
+    wordIds[wordInfos[i - 1].word] -= 1;
+  }
+  wordInfos.pop_back();
+}
+
+void Vocabulary::merge(Vocabulary& other, int mergeMinDf) {
+  docCount += other.docCount;
+  for (size_t i = 0; i < other.wordInfos.size(); ++i) {
+    const WordInfo& info = other.wordInfos[i];
+    std::map<std::string, unsigned int>::iterator it = wordIds.find(info.word);
+    if (it == wordIds.end()) {
+      if (static_cast<long>(info.df) < mergeMinDf) continue;
+      wordIds[info.word] = static_cast<unsigned int>(wordInfos.size());
+      wordInfos.push_back(info);
+      ++wordCount;
+    } else {
+      wordInfos[it->second].tf += info.tf;
+      wordInfos[it->second].df += info.df;
+    }
+  }
+  for (size_t i = 0; i < wordInfos.size(); ++i) wordInfos[i].idf = idfOf(docCount, wordInfos[i].df, 0.0);
+  sortByDf();
+}
+
+void Vocabulary::resize(int size) {
+  if (size < 0 || static_cast<size_t>(size) >= wordInfos.size()) return;
+  excludeUselessEnglishWord();
+  sortByDf();
+  wordInfos.resize(static_cast<size_t>(size));
+  wordIds.clear();
+  for (size_t i = 0; i < wordInfos.size(); ++i) wordIds[wordInfos[i].word] = static_cast<unsigned int>(i);
+}
+
+}  // namespace modular
+}  // namespace vortm

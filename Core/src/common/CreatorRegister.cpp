@@ -17,6 +17,8 @@
 #include "analyzer/UTF8CharacterLexer.h"
 #include "application/CombineSentiClassifier.h"
 #include "application/SentiLexcionSentiClassifier.h"
+#include "modular/SentiLabelSentiScorer.h"
+#include "modular/SimpleSentiLabelExtractor.h"
 #include "modular/StandardLexcionSentiScorer.h"
 #include "common/InstanceCreator.h"
 #include "common/Singleton.h"
@@ -35,7 +37,7 @@ void gfn_creatorRegister() {
   static std::atomic<bool> s_registered(false);
   if (s_registered.load(std::memory_order_acquire)) return;
   // Each creator registers itself when its helper singleton is built; the
-  // order is that of the interfaces: filters, tokenizers, lexers, scorers,
+  // order is that of the interfaces: filters, tokenizers, lexers, extractors, scorers,
   // classifiers.
   build<analyzer::BasicEWordTokenFilterCreator>();
   build<analyzer::NegationTokenFilterCreator>();
@@ -50,7 +52,9 @@ void gfn_creatorRegister() {
   build<analyzer::SentenceTokenizerCreator>();
   build<analyzer::GBKCharacterLexerCreator>();
   build<analyzer::UTF8CharacterLexerCreator>();
+  build<modular::SimpleSentiLabelExtractorCreator>();
   build<modular::StandardLexcionSentiScorerCreator>();
+  build<modular::SentiLabelSentiScorerCreator>();
   build<application::CombineSentiClassifierCreator>();
   build<application::SentiLexcionSentiClassifierCreator>();
   s_registered.store(true, std::memory_order_release);

@@ -55,7 +55,7 @@ bool loadDegreeMap(const Parameter& param, const std::string& key, State::Degree
   std::vector<std::string> fields;
   while (std::getline(in, line)) {
     fields.clear();
-    utility::Utility::strTokenize(line, " \t\r", fields);
+    utility::Utility::strTokenize(line, fields, ' ');
     if (fields.size() < 2) continue;
     const long level = std::strtol(fields[1].c_str(), nullptr, 10);
     if (level >= 1 && level <= 6) (*degrees)[fields[0]] = static_cast<int>(level);

@@ -50,6 +50,8 @@ class State {
   virtual StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
                                          std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
                                          std::vector<SentiLabel>& labels) = 0;
+  // The value this object stands for.
+  virtual StateEnum stateOf() const = 0;
 
   // Word classes by tag.
   enum WordClass { CLASS_M, CLASS_S, CLASS_G, CLASS_A, CLASS_O };
@@ -69,6 +71,7 @@ class INITState : public State {
   StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
                                  std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
                                  std::vector<SentiLabel>& labels) override;
+  StateEnum stateOf() const override;
 };
 
 class SENTIState : public State {
@@ -76,6 +79,7 @@ class SENTIState : public State {
   StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
                                  std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
                                  std::vector<SentiLabel>& labels) override;
+  StateEnum stateOf() const override;
 };
 
 class GENSENTIState : public State {
@@ -83,6 +87,7 @@ class GENSENTIState : public State {
   StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
                                  std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
                                  std::vector<SentiLabel>& labels) override;
+  StateEnum stateOf() const override;
 };
 
 class SENTI_AFTER_ATTState : public State {
@@ -90,6 +95,7 @@ class SENTI_AFTER_ATTState : public State {
   StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
                                  std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
                                  std::vector<SentiLabel>& labels) override;
+  StateEnum stateOf() const override;
 };
 
 class ATTState : public State {
@@ -97,6 +103,7 @@ class ATTState : public State {
   StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
                                  std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
                                  std::vector<SentiLabel>& labels) override;
+  StateEnum stateOf() const override;
 };
 
 class ATT_AFTER_SENTIState : public State {
@@ -104,6 +111,7 @@ class ATT_AFTER_SENTIState : public State {
   StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
                                  std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
                                  std::vector<SentiLabel>& labels) override;
+  StateEnum stateOf() const override;
 };
 
 typedef common::AutoPtr<State, common::SafeSharedObj<State> > StatePtr;

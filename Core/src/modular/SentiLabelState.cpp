@@ -17,11 +17,19 @@ bool State::processToken(Token& token, int position, SimpleSentiLabelExtractor* 
   StateEnum next = processTokenInternal(token, position, extractor->m_senti, extractor->m_att,
                                         extractor->m_pending, extractor->m_sentis, extractor->m_labels);
   if (next == NONE) return false;
-  // May release this very state's holder; `this` stays alive in the
-  // factory's table.
-  extractor->m_statePtr = StateFactory::instance(next);
+  // Most tokens leave the state as it is; swapping the holder would cost
+  // locked count changes for nothing. Otherwise this may release this very
+  // state's holder; `this` stays alive in the factory's table.
+  if (next != stateOf()) extractor->m_statePtr = StateFactory::instance(next);
   return true;
 }
+
+State::StateEnum INITState::stateOf() const { return INIT; }
+State::StateEnum SENTIState::stateOf() const { return SENTI; }
+State::StateEnum GENSENTIState::stateOf() const { return GENSENTI; }
+State::StateEnum SENTI_AFTER_ATTState::stateOf() const { return SENTI_AFTER_ATT; }
+State::StateEnum ATTState::stateOf() const { return ATT; }
+State::StateEnum ATT_AFTER_SENTIState::stateOf() const { return ATT_AFTER_SENTI; }
 
 State::WordClass State::classOf(const Token& token) {
   const int tag = token.tag;

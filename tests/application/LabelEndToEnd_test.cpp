@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "TestSupport.h"
@@ -73,6 +74,22 @@ TEST(LabelEndToEndTest, LabelScorerScoresAlikeInUtf8AndGbk) {
       ASSERT_EQ(1, Senti_Classify_Perform(handle, enc(t).c_str(), &score));
       scores.back().push_back(score);
     }
+    // Threads sharing the handle each walk a clone of the extractor, and
+    // get the same scores as one thread alone.
+    std::vector<std::vector<double> > threaded(2);
+    std::vector<std::thread> workers;
+    for (auto& out : threaded)
+      workers.emplace_back([&out, &texts, &enc, handle] {
+        for (int round = 0; round < 200; ++round)
+          for (const auto& t : texts) {
+            double score = 0.0;
+            Senti_Classify_Perform(handle, enc(t).c_str(), &score);
+            if (round == 0) out.push_back(score);
+            else if (score != out[&t - &texts[0]]) out.push_back(99.0);
+          }
+      });
+    for (auto& w : workers) w.join();
+    for (const auto& out : threaded) EXPECT_EQ(scores.back(), out);
     EXPECT_EQ(1, Senti_Classifier_Exit(handle));
 
     // A missing lexicon fails the whole initialisation.

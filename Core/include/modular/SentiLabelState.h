@@ -64,55 +64,37 @@ class State {
                          std::vector<analyzer::Token>& pending);
   static void pushSenti(Unit& senti, std::vector<Unit>& sentis);
   static void attach(std::vector<analyzer::Token>& list, std::vector<analyzer::Token>& pending);
+  // The open sentiment word ends with the modifiers behind it, and the
+  // opinion is emitted.
+  void closeSenti(Unit& senti, Unit& att, std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
+                  std::vector<SentiLabel>& labels);
+  // An attribute ends the open sentiment word: one of tag 21 leaves the
+  // modifiers in between to the word, one of tag 22 takes them.
+  void closeSentiAtAttribute(const analyzer::Token& token, int position, Unit& senti, Unit& att,
+                             std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
+                             std::vector<SentiLabel>& labels);
+  // Emits what is open and starts a new attribute with the pending
+  // modifiers before it.
+  void openAttribute(const analyzer::Token& token, int position, Unit& att, std::vector<analyzer::Token>& pending,
+                     std::vector<Unit>& sentis, std::vector<SentiLabel>& labels);
 };
 
-class INITState : public State {
- protected:
-  StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
-                                 std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
-                                 std::vector<SentiLabel>& labels) override;
-  StateEnum stateOf() const override;
-};
+// One class per state; each handles the token classes its own way.
+#define VORTM_DECLARE_LABEL_STATE(Name)                                                                      \
+  class Name : public State {                                                                                \
+   protected:                                                                                                \
+    StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,             \
+                                   std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,         \
+                                   std::vector<SentiLabel>& labels) override;                               \
+    StateEnum stateOf() const override;                                                                      \
+  }
 
-class SENTIState : public State {
- protected:
-  StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
-                                 std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
-                                 std::vector<SentiLabel>& labels) override;
-  StateEnum stateOf() const override;
-};
-
-class GENSENTIState : public State {
- protected:
-  StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
-                                 std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
-                                 std::vector<SentiLabel>& labels) override;
-  StateEnum stateOf() const override;
-};
-
-class SENTI_AFTER_ATTState : public State {
- protected:
-  StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
-                                 std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
-                                 std::vector<SentiLabel>& labels) override;
-  StateEnum stateOf() const override;
-};
-
-class ATTState : public State {
- protected:
-  StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
-                                 std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
-                                 std::vector<SentiLabel>& labels) override;
-  StateEnum stateOf() const override;
-};
-
-class ATT_AFTER_SENTIState : public State {
- protected:
-  StateEnum processTokenInternal(analyzer::Token& token, int position, Unit& senti, Unit& att,
-                                 std::vector<analyzer::Token>& pending, std::vector<Unit>& sentis,
-                                 std::vector<SentiLabel>& labels) override;
-  StateEnum stateOf() const override;
-};
+VORTM_DECLARE_LABEL_STATE(INITState);
+VORTM_DECLARE_LABEL_STATE(SENTIState);
+VORTM_DECLARE_LABEL_STATE(GENSENTIState);
+VORTM_DECLARE_LABEL_STATE(SENTI_AFTER_ATTState);
+VORTM_DECLARE_LABEL_STATE(ATTState);
+VORTM_DECLARE_LABEL_STATE(ATT_AFTER_SENTIState);
 
 typedef common::AutoPtr<State, common::SafeSharedObj<State> > StatePtr;
 

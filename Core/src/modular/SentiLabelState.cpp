@@ -66,6 +66,33 @@ void State::attach(std::vector<Token>& list, std::vector<Token>& pending) {
   pending.clear();
 }
 
+void State::closeSenti(Unit& senti, Unit& att, std::vector<Token>& pending, std::vector<Unit>& sentis,
+                       std::vector<SentiLabel>& labels) {
+  attach(senti.after, pending);
+  pushSenti(senti, sentis);
+  addToSentiLabel(att, sentis, labels);
+}
+
+void State::closeSentiAtAttribute(const Token& token, int position, Unit& senti, Unit& att,
+                                  std::vector<Token>& pending, std::vector<Unit>& sentis,
+                                  std::vector<SentiLabel>& labels) {
+  if (token.tag == Token::TG_ATTRIBUTE_21) {
+    closeSenti(senti, att, pending, sentis, labels);
+  } else {
+    pushSenti(senti, sentis);
+    addToSentiLabel(att, sentis, labels);
+    attach(att.before, pending);
+  }
+  att.setWord(token, position);
+}
+
+void State::openAttribute(const Token& token, int position, Unit& att, std::vector<Token>& pending,
+                          std::vector<Unit>& sentis, std::vector<SentiLabel>& labels) {
+  addToSentiLabel(att, sentis, labels);
+  att.setWord(token, position);
+  attach(att.before, pending);
+}
+
 void State::addToSentiLabel(Unit& att, std::vector<Unit>& sentis, std::vector<SentiLabel>& labels) {
   if (att.isEmpty() && sentis.empty()) return;
   std::vector<Unit> revised;
@@ -197,9 +224,7 @@ State::StateEnum SENTIState::processTokenInternal(Token& token, int position, Un
       return ATT_AFTER_SENTI;
     default:
       if (isIntermediary(token.term)) return SENTI;
-      attach(senti.after, pending);
-      pushSenti(senti, sentis);
-      addToSentiLabel(att, sentis, labels);
+      closeSenti(senti, att, pending, sentis, labels);
       return INIT;
   }
 }
@@ -223,23 +248,12 @@ State::StateEnum GENSENTIState::processTokenInternal(Token& token, int position,
       storeSenti(senti, token, position, pending);
       return GENSENTI;
     case CLASS_A:
-      if (token.tag == Token::TG_ATTRIBUTE_21) {
-        attach(senti.after, pending);
-        pushSenti(senti, sentis);
-        addToSentiLabel(att, sentis, labels);
-      } else {
-        pushSenti(senti, sentis);
-        addToSentiLabel(att, sentis, labels);
-        attach(att.before, pending);
-      }
-      att.setWord(token, position);
+      closeSentiAtAttribute(token, position, senti, att, pending, sentis, labels);
       return ATT;
     default:
       // No intermediary case here: a general sentiment word ends at any
       // other word.
-      attach(senti.after, pending);
-      pushSenti(senti, sentis);
-      addToSentiLabel(att, sentis, labels);
+      closeSenti(senti, att, pending, sentis, labels);
       return INIT;
   }
 }
@@ -261,22 +275,10 @@ State::StateEnum SENTI_AFTER_ATTState::processTokenInternal(Token& token, int po
       storeSenti(senti, token, position, pending);
       return GENSENTI;
     case CLASS_A:
-      if (token.tag == Token::TG_ATTRIBUTE_21) {
-        attach(senti.after, pending);
-        pushSenti(senti, sentis);
-        addToSentiLabel(att, sentis, labels);
-        att.setWord(token, position);
-      } else {
-        pushSenti(senti, sentis);
-        addToSentiLabel(att, sentis, labels);
-        att.setWord(token, position);
-        attach(att.before, pending);
-      }
+      closeSentiAtAttribute(token, position, senti, att, pending, sentis, labels);
       return ATT;
     default:
-      attach(senti.after, pending);
-      pushSenti(senti, sentis);
-      addToSentiLabel(att, sentis, labels);
+      closeSenti(senti, att, pending, sentis, labels);
       return INIT;
   }
 }
@@ -301,9 +303,7 @@ State::StateEnum ATTState::processTokenInternal(Token& token, int position, Unit
         addToSentiLabel(att, sentis, labels);
         att.setWord(token, position);
       } else {
-        addToSentiLabel(att, sentis, labels);
-        att.setWord(token, position);
-        attach(att.before, pending);
+        openAttribute(token, position, att, pending, sentis, labels);
       }
       return ATT;
     default:
@@ -346,9 +346,7 @@ State::StateEnum ATT_AFTER_SENTIState::processTokenInternal(Token& token, int po
         addToSentiLabel(att, sentis, labels);
         att.setWord(token, position);
       } else {
-        addToSentiLabel(att, sentis, labels);
-        att.setWord(token, position);
-        attach(att.before, pending);
+        openAttribute(token, position, att, pending, sentis, labels);
       }
       return ATT;
     default:

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "common/FastMutex.h"
 #include "common/Logger.h"
 #include "configure/Parameter.h"
 #include "utility/Utility.h"
@@ -63,11 +64,23 @@ bool loadDegreeMap(const Parameter& param, const std::string& key, State::Degree
   return true;
 }
 
+// Clones made in several threads share the analyzer, whose holder counts
+// without a lock; taking and dropping a share goes through this mutex.
+common::FastMutex& analyzerShareMutex() {
+  static common::FastMutex* mutex = new common::FastMutex();
+  return *mutex;
+}
+
 }  // namespace
 
 SimpleSentiLabelExtractor::SimpleSentiLabelExtractor() {}
 
-SimpleSentiLabelExtractor::~SimpleSentiLabelExtractor() {}
+SimpleSentiLabelExtractor::~SimpleSentiLabelExtractor() {
+  if (m_textAnalyzerPtr) {
+    common::FastMutex::ScopedLock lock(analyzerShareMutex());
+    m_textAnalyzerPtr = AutoPtr<TextAnalyzer>();
+  }
+}
 
 bool SimpleSentiLabelExtractor::config(const Parameter& param) {
   if (m_statePtr) return true;
@@ -118,7 +131,10 @@ bool SimpleSentiLabelExtractor::extract(const std::string& text, std::vector<Sen
 
 AutoPtr<SentiLabelExtractor> SimpleSentiLabelExtractor::clone() {
   SimpleSentiLabelExtractor* copy = new SimpleSentiLabelExtractor();
-  copy->m_textAnalyzerPtr = m_textAnalyzerPtr;
+  if (m_textAnalyzerPtr) {
+    common::FastMutex::ScopedLock lock(analyzerShareMutex());
+    copy->m_textAnalyzerPtr = m_textAnalyzerPtr;
+  }
   copy->m_statePtr = StateFactory::instance(State::INIT);
   return AutoPtr<SentiLabelExtractor>(copy, true);
 }

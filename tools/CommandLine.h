@@ -50,6 +50,7 @@ int runTokenize(int argc, char** argv);
 int runDict(int argc, char** argv);
 int runEval(int argc, char** argv);
 int runLexicon(int argc, char** argv);
+int runLabels(int argc, char** argv);
 
 }  // namespace cli
 }  // namespace vorelin

@@ -4,7 +4,10 @@
 #include <string>
 
 #include "CommandLine.h"
+#include "LabelLexiconTool.h"
 #include "LexiconKinds.h"
+#include "modular/SentiLabelSentiScorer.h"
+#include "utility/BufferedFileReader.h"
 
 namespace vorelin {
 namespace cli {
@@ -12,15 +15,31 @@ namespace cli {
 namespace {
 
 const char* kHelp =
-    "Usage: vorelin lexicon build --kind weighted [--encoding utf-8|gbk] --out FILE LIST...\n"
-    "       vorelin lexicon dump [--kind weighted] [--encoding utf-8|gbk] FILE\n"
+    "Usage: vorelin lexicon build --kind weighted|label [--encoding utf-8|gbk] --out FILE LIST...\n"
+    "       vorelin lexicon dump [--kind weighted|label] [--encoding utf-8|gbk] FILE\n"
     "\n"
-    "build   compiles 'word<TAB>weight' lines (UTF-8) into a saved weighted\n"
-    "        lexicon; for gbk the words are converted to GBK. A later line of a\n"
-    "        word replaces an earlier one. Blank lines and '#' comments are\n"
-    "        skipped; a byte-order mark and CRLF line ends are accepted.\n"
-    "dump    prints a saved lexicon as 'word<TAB>weight' lines in word order,\n"
-    "        in a form that build reads back to the same file.\n";
+    "build   compiles plain-text lists (UTF-8) into a saved lexicon; for gbk\n"
+    "        the words are converted to GBK. A later line of a key replaces an\n"
+    "        earlier one. Blank lines and '#' comments are skipped; a byte-order\n"
+    "        mark and CRLF line ends are accepted.\n"
+    "          weighted: 'word<TAB>weight' lines, for weighted_lexcion_senti_scorer.\n"
+    "          label:    'KEY<TAB>VALUE' lines, KEY a word, or an attribute\n"
+    "                    followed by a sentiment word with no space between,\n"
+    "                    VALUE a signed number; a value of size 0.99 or more is\n"
+    "                    a default the word's own value may override. For\n"
+    "                    senti_label_senti_scorer.\n"
+    "dump    prints a saved lexicon back as 'KEY<TAB>VALUE' lines, in a form\n"
+    "        that build reads back to the same file. Without --kind the kind\n"
+    "        is told from the file.\n";
+
+// A label lexicon reads back whole through its own reader; anything else is
+// taken for a weighted lexicon, whose loader reports what is wrong with it.
+std::string guessKind(const std::string& path) {
+  vortm::utility::BufferedFileReader reader(path, true);
+  vortm::modular::SentiLabelSentiScorer::SentiLabelLexcion lexicon;
+  if (reader.good() && lexicon.readSelf(reader)) return "label";
+  return "weighted";
+}
 
 }  // namespace
 
@@ -33,12 +52,17 @@ int runLexicon(int argc, char** argv) {
   }
   redirectLibraryOutput(cl.has("quiet"));
   const std::string& action = cl.positional()[0];
-  const std::string kind = cl.get("kind", action == "dump" ? "weighted" : "");
-  if (kind.empty()) return usageError("lexicon", action + " needs --kind weighted");
-  if (kind != "weighted") return usageError("lexicon", "unknown kind '" + kind + "' (weighted)");
-  if (action == "build") return buildWeightedLexicon(cl);
-  if (action == "dump") return dumpWeightedLexicon(cl);
-  return usageError("lexicon", "unknown action '" + action + "' (build or dump)");
+  if (action != "build" && action != "dump")
+    return usageError("lexicon", "unknown action '" + action + "' (build or dump)");
+  std::string kind = cl.get("kind");
+  if (kind.empty()) {
+    if (action == "build") return usageError("lexicon", "build needs --kind weighted or --kind label");
+    if (cl.positional().size() != 2) return usageError("lexicon", "dump needs one FILE");
+    kind = guessKind(cl.positional()[1]);
+  }
+  if (kind == "weighted") return action == "build" ? buildWeightedLexicon(cl) : dumpWeightedLexicon(cl);
+  if (kind == "label") return action == "build" ? buildLabelLexicon(cl) : dumpLabelLexicon(cl);
+  return usageError("lexicon", "unknown kind '" + kind + "' (weighted or label)");
 }
 
 }  // namespace cli

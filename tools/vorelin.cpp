@@ -17,7 +17,8 @@ const char* kMainUsage =
     "  tokenize   show the tokens a model's analyzer makes\n"
     "  dict       build a trie dictionary from word lists, or look words up\n"
     "  eval       report a model's accuracy on labelled texts\n"
-    "  lexicon    build a weighted lexicon from word lists, or dump one\n"
+    "  lexicon    build a weighted or label lexicon from text lists, or dump one\n"
+    "  labels     show the opinion labels a model extracts from texts\n"
     "\n"
     "Run 'vorelin COMMAND --help' for the options of a command.\n";
 
@@ -39,6 +40,7 @@ int main(int argc, char** argv) {
   if (command == "dict") return runDict(argc, argv);
   if (command == "eval") return runEval(argc, argv);
   if (command == "lexicon") return runLexicon(argc, argv);
+  if (command == "labels") return runLabels(argc, argv);
   std::fprintf(stderr, "vorelin: unknown command '%s'\n\n%s", command.c_str(), kMainUsage);
   return kUsage;
 }

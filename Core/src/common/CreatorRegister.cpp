@@ -20,6 +20,8 @@
 #include "application/CombineSentiClassifier.h"
 #include "application/SentiLexcionSentiClassifier.h"
 #include "modular/DCNNDocVectorBuilder.h"
+#include "modular/SentiLabelSentiScorer.h"
+#include "modular/SimpleSentiLabelExtractor.h"
 #include "modular/StandardDocVectorBuilder.h"
 #include "modular/StdConvDocVectorBuilder.h"
 #include "modular/StandardLexcionSentiScorer.h"
@@ -42,7 +44,7 @@ void gfn_creatorRegister() {
   static std::atomic<bool> s_registered(false);
   if (s_registered.load(std::memory_order_acquire)) return;
   // Each creator registers itself when its helper singleton is built; the
-  // order is that of the interfaces: filters, tokenizers, lexers, scorers,
+  // order is that of the interfaces: filters, tokenizers, lexers, extractors, scorers,
   // classifiers.
   build<analyzer::BasicEWordTokenFilterCreator>();
   build<analyzer::NegationTokenFilterCreator>();
@@ -60,7 +62,9 @@ void gfn_creatorRegister() {
   build<modular::StandardDocVectorBuilderCreator>();
   build<modular::StdConvDocVectorBuilderCreator>();
   build<modular::DCNNDocVectorBuilderCreator>();
+  build<modular::SimpleSentiLabelExtractorCreator>();
   build<modular::StandardLexcionSentiScorerCreator>();
+  build<modular::SentiLabelSentiScorerCreator>();
   build<modular::WeightedLexcionSentiScorerCreator>();
   // The standard target-aware scorer has a creator too, but nothing builds
   // it here: only a host that constructs that creator can name it.

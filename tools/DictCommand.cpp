@@ -73,15 +73,10 @@ class AnyDict {
 };
 
 bool parseEncoding(const std::string& value, bool& gbk) {
-  if (value == "utf-8" || value == "utf8" || value == "UTF-8" || value == "UTF8") {
-    gbk = false;
-    return true;
-  }
-  if (value == "gbk" || value == "GBK" || value == "gb2312" || value == "GB2312") {
-    gbk = true;
-    return true;
-  }
-  return false;
+  std::string encoding;
+  if (!cli::parseEncoding(value, encoding)) return false;
+  gbk = encoding == "gbk";
+  return true;
 }
 
 int build(const CommandLine& cl) {
@@ -118,6 +113,11 @@ int build(const CommandLine& cl) {
       ++words;
     }
   }
+  if (words == 0) {
+    std::fprintf(stderr, "vorelin dict: no entries to write to %s%s\n", cl.get("out").c_str(),
+                 skipped ? " (every word was skipped: not representable or invalid)" : " (the lists hold no word)");
+    return kFailure;
+  }
   if (!dict.saveTo(cl.get("out"))) {
     std::fprintf(stderr, "vorelin dict: cannot write %s\n", cl.get("out").c_str());
     return kFailure;
@@ -152,7 +152,7 @@ int lookup(const CommandLine& cl) {
     }
   }
   writeOut(out);
-  return kOk;
+  return finishOutput("dict") ? kOk : kFailure;
 }
 
 }  // namespace
@@ -160,9 +160,11 @@ int lookup(const CommandLine& cl) {
 int runDict(int argc, char** argv) {
   CommandLine cl({"encoding", "out", "dict", "type", "tag"}, {"help", "quiet"});
   if (!cl.parse(argc, argv, 2)) return usageError("dict", cl.error());
-  if (cl.has("help") || cl.positional().empty()) {
-    std::fputs(kHelp, cl.has("help") ? stdout : stderr);
-    return cl.has("help") ? kOk : kUsage;
+  int rc = kOk;
+  if (standardOptions(cl, kHelp, rc)) return rc;
+  if (cl.positional().empty()) {
+    std::fputs(kHelp, stderr);
+    return kUsage;
   }
   redirectLibraryOutput(cl.has("quiet"));
   const std::string& action = cl.positional()[0];

@@ -18,7 +18,8 @@ const char* kMainUsage =
     "  dict       build a trie dictionary from word lists, or look words up\n"
     "  eval       report a model's accuracy on labelled texts\n"
     "\n"
-    "Run 'vorelin COMMAND --help' for the options of a command.\n";
+    "Run 'vorelin COMMAND --help' for the options of a command;\n"
+    "'vorelin --version' prints the version.\n";
 
 }  // namespace
 
@@ -31,6 +32,10 @@ int main(int argc, char** argv) {
   std::string command = argv[1];
   if (command == "--help" || command == "-h" || command == "help") {
     std::fputs(kMainUsage, stdout);
+    return kOk;
+  }
+  if (command == "--version" || command == "version") {
+    std::printf("%s\n", versionText());
     return kOk;
   }
   if (command == "classify") return runClassify(argc, argv);

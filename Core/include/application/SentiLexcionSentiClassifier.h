@@ -25,6 +25,7 @@ class SentiLexcionSentiClassifier : public ISentiClassifier {
   // ready but every classify() fails.
   bool config(const configure::Parameter& param) override;
   bool classify(const std::string& text, double& score) override;
+  bool explain(const std::string& text, double& score, ClassifyTrace& trace) override;
   // Rebuilds the parts that were built before; not ready while it runs.
   bool update(const configure::Parameter& param) override;
 
@@ -32,6 +33,9 @@ class SentiLexcionSentiClassifier : public ISentiClassifier {
   static const std::string PARAM_LEXCION_SENTI_SCORER;
 
  protected:
+  // The one classifying pass; `trace` may be null.
+  bool run(const std::string& text, double& score, ClassifyTrace* trace);
+
   common::AutoPtr<modular::TextAnalyzer> m_textAnalyzerPtr;
   bool m_bReady;
   common::AutoPtr<modular::ILexcionSentiScorer> m_lexcionSentiScorerPtr;

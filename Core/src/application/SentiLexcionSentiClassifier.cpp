@@ -42,6 +42,18 @@ bool SentiLexcionSentiClassifier::config(const Parameter& param) {
 }
 
 bool SentiLexcionSentiClassifier::classify(const std::string& text, double& score) {
+  return run(text, score, nullptr);
+}
+
+bool SentiLexcionSentiClassifier::explain(const std::string& text, double& score, ClassifyTrace& trace) {
+  trace = ClassifyTrace();
+  trace.detailed = true;
+  bool ok = run(text, score, &trace);
+  trace.score = score;
+  return ok;
+}
+
+bool SentiLexcionSentiClassifier::run(const std::string& text, double& score, ClassifyTrace* trace) {
   score = 0.0;
   if (!m_bReady) return false;
   if (text.empty()) return true;
@@ -49,6 +61,7 @@ bool SentiLexcionSentiClassifier::classify(const std::string& text, double& scor
   std::vector<analyzer::Token> tokens;
   if (!m_textAnalyzerPtr->tokenizeText(text, tokens, true)) return false;
   if (!m_lexcionSentiScorerPtr) return false;
+  if (trace) return m_lexcionSentiScorerPtr->explainSentiScore(tokens, score, trace->scorer);
   return m_lexcionSentiScorerPtr->getSentiScore(tokens, score);
 }
 

@@ -218,9 +218,7 @@ void classifyBatch(void* handle, const std::vector<Line>& lines, std::vector<Res
         r.empty = true;
         continue;
       }
-      double score = 0.0;
-      r.ok = Senti_Classify_Perform(handle, lines[i].text.c_str(), &score) == 1;
-      r.score = score;
+      r.ok = classifyText(handle, lines[i].text, r.score);
     }
   };
   if (threads <= 1 || lines.size() < 2) {
@@ -306,8 +304,8 @@ class EncodingWatch {
     if (m_warned || m_seen == 0 || (!atEnd && m_seen < 5) || m_foreign * 2 <= m_seen) return;
     m_warned = true;
     std::fprintf(stderr,
-                 "vorelin classify: warning: %ld of %ld lines with non-ASCII text are not valid %s, the model's "
-                 "encoding; they will score 0 (try --encoding %s)\n",
+                 "vorelin classify: warning: %ld of %ld lines with non-ASCII text do not read as %s, the "
+                 "model's encoding; they will score 0 (try --encoding %s)\n",
                  m_foreign, m_seen, m_gbk ? "GBK" : "UTF-8", m_gbk ? "utf-8" : "gbk");
   }
 
@@ -341,12 +339,20 @@ void explainScorer(const vortm::modular::ScoreTrace& t, std::string& out) {
          number(t.absSum) + ", damping " + number(t.damping) + ", tokens " + std::to_string(t.tokenCount) + "\n";
 }
 
-std::string explainText(void* handle, const std::string& text, const std::vector<std::string>& members) {
+std::string explainText(void* handle, const std::string& text, const std::vector<std::string>& members,
+                        bool& failed) {
+  failed = false;
   std::string out = "text\t" + text + "\n";
   if (text.empty()) return out + "score\t\n\n";
   vortm::application::ClassifyTrace trace;
   double score = 0.0;
-  bool ok = static_cast<vortm::application::CombineSentiClassifier*>(handle)->explain(text, score, trace);
+  bool ok = false;
+  try {
+    ok = static_cast<vortm::application::CombineSentiClassifier*>(handle)->explain(text, score, trace);
+  } catch (const std::exception&) {
+    ok = false;
+  }
+  failed = !ok;
   out += "score\t" + (ok ? scoreText(score) : std::string("ERROR")) + "\n";
   for (size_t i = 0; i < trace.members.size(); ++i) {
     const auto& m = trace.members[i];
@@ -418,7 +424,11 @@ int runClassify(int argc, char** argv) {
     writeOk = std::fflush(stdout) == 0 && writeOk;
   };
   auto explainAll = [&](const std::vector<Line>& lines) {
-    for (const Line& l : lines) writeOut(explainText(handle, l.text, info.members));
+    for (const Line& l : lines) {
+      bool failed = l.tooLong && !cut;
+      writeOut(failed ? "text\t" + l.text + "\nscore\tERROR\n\n" : explainText(handle, l.text, info.members, failed));
+      if (failed) failures.add(l.number);
+    }
     writeOk = std::fflush(stdout) == 0 && writeOk;
   };
 

@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "ModelPaths.h"
+#include "vorelin.h"
 
 #include <errno.h>
 #include <fcntl.h>
@@ -7,6 +8,7 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <stdexcept>
 
 #include <cctype>
 #include <cstdio>
@@ -150,6 +152,15 @@ bool finishOutput(const std::string& command) {
   std::fprintf(stderr, "vorelin%s%s: cannot write output: %s\n", command.empty() ? "" : " ", command.c_str(),
                std::strerror(err));
   return false;
+}
+
+bool classifyText(void* handle, const std::string& text, double& score) {
+  score = 0.0;
+  try {
+    return Senti_Classify_Perform(handle, text.c_str(), &score) == 1;
+  } catch (const std::exception&) {
+    return false;
+  }
 }
 
 namespace {

@@ -67,6 +67,11 @@ void writeOut(const std::string& text);
 // standard error when any write failed (a full disk, a closed pipe).
 bool finishOutput(const std::string& command);
 
+// Senti_Classify_Perform for a host that must survive a classifier that
+// throws (a scorer configured without its position weighter does): false
+// instead of an exception.
+bool classifyText(void* handle, const std::string& text, double& score);
+
 int runClassify(int argc, char** argv);
 int runTokenize(int argc, char** argv);
 int runDict(int argc, char** argv);

@@ -82,7 +82,7 @@ int runEval(int argc, char** argv) {
       int expected = label == "1" ? 1 : -1;
       std::string text = line.substr(tab + 1);
       double score = 0.0;
-      bool ok = Senti_Classify_Perform(handle, text.c_str(), &score) == 1;
+      bool ok = classifyText(handle, text, score);
       Tally& t = byLabel[expected];
       ++t.total;
       if (!ok || score == 0.0) {

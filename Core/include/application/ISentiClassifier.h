@@ -39,6 +39,18 @@ class ISentiClassifier : public virtual configure::Configurable {
     trace.score = score;
     return ok;
   }
+
+ protected:
+  // For explain() overrides: runs the classifying pass with a fresh detailed
+  // trace and records the score it reached.
+  template <class Pass>
+  static bool traced(double& score, ClassifyTrace& trace, Pass pass) {
+    trace = ClassifyTrace();
+    trace.detailed = true;
+    bool ok = pass(&trace);
+    trace.score = score;
+    return ok;
+  }
 };
 
 }  // namespace application

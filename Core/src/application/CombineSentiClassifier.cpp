@@ -61,11 +61,7 @@ bool CombineSentiClassifier::config(const Parameter& param) {
 bool CombineSentiClassifier::classify(const std::string& text, double& score) { return run(text, score, nullptr); }
 
 bool CombineSentiClassifier::explain(const std::string& text, double& score, ClassifyTrace& trace) {
-  trace = ClassifyTrace();
-  trace.detailed = true;
-  bool ok = run(text, score, &trace);
-  trace.score = score;
-  return ok;
+  return traced(score, trace, [&](ClassifyTrace* t) { return run(text, score, t); });
 }
 
 bool CombineSentiClassifier::run(const std::string& text, double& score, ClassifyTrace* trace) {

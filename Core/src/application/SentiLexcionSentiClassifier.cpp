@@ -46,11 +46,7 @@ bool SentiLexcionSentiClassifier::classify(const std::string& text, double& scor
 }
 
 bool SentiLexcionSentiClassifier::explain(const std::string& text, double& score, ClassifyTrace& trace) {
-  trace = ClassifyTrace();
-  trace.detailed = true;
-  bool ok = run(text, score, &trace);
-  trace.score = score;
-  return ok;
+  return traced(score, trace, [&](ClassifyTrace* t) { return run(text, score, t); });
 }
 
 bool SentiLexcionSentiClassifier::run(const std::string& text, double& score, ClassifyTrace* trace) {

@@ -80,6 +80,11 @@ int build(const CommandLine& cl) {
       ++words;
     }
   }
+  if (words == 0) {
+    std::fprintf(stderr, "vorelin dict: no entries to write to %s%s\n", cl.get("out").c_str(),
+                 skipped ? " (every word was skipped: not representable or invalid)" : " (the lists hold no word)");
+    return kFailure;
+  }
   if (!dict.saveTo(cl.get("out"))) {
     std::fprintf(stderr, "vorelin dict: cannot write %s\n", cl.get("out").c_str());
     return kFailure;
@@ -114,7 +119,7 @@ int lookup(const CommandLine& cl) {
     }
   }
   writeOut(out);
-  return kOk;
+  return finishOutput("dict") ? kOk : kFailure;
 }
 
 }  // namespace
@@ -122,9 +127,11 @@ int lookup(const CommandLine& cl) {
 int runDict(int argc, char** argv) {
   CommandLine cl({"encoding", "out", "dict", "type", "tag"}, {"help", "quiet"});
   if (!cl.parse(argc, argv, 2)) return usageError("dict", cl.error());
-  if (cl.has("help") || cl.positional().empty()) {
-    std::fputs(kHelp, cl.has("help") ? stdout : stderr);
-    return cl.has("help") ? kOk : kUsage;
+  int rc = kOk;
+  if (standardOptions(cl, kHelp, rc)) return rc;
+  if (cl.positional().empty()) {
+    std::fputs(kHelp, stderr);
+    return kUsage;
   }
   redirectLibraryOutput(cl.has("quiet"));
   const std::string& action = cl.positional()[0];

@@ -1,12 +1,14 @@
 // vorelin eval: accuracy of a model on labelled texts.
+#include <unistd.h>
+
 #include <cstdio>
-#include <fstream>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "CommandLine.h"
-#include "ModelPaths.h"
+#include "ConfigCheck.h"
+#include "LineReader.h"
 #include "vorelin.h"
 
 namespace vorelin {
@@ -15,12 +17,17 @@ namespace cli {
 namespace {
 
 const char* kHelp =
-    "Usage: vorelin eval [--config FILE] [--quiet] [--errors] SET.tsv...\n"
+    "Usage: vorelin eval [--config FILE | --encoding utf-8|gbk] [--quiet] [--errors] SET.tsv...\n"
     "\n"
-    "Reads lines 'LABEL<TAB>TEXT' (LABEL 1 for positive, -1 for negative) and\n"
-    "reports the model's accuracy: a text counts as right when its score has\n"
-    "the label's sign; a score of exactly 0 counts as wrong, and the share of\n"
-    "such undecided texts is reported too. --errors lists the misses.\n";
+    "Reads lines 'LABEL<TAB>TEXT' (LABEL 1 for positive, -1 for negative) from\n"
+    "each SET (- for standard input) and reports the model's accuracy: a text\n"
+    "counts as right when its score has the label's sign; a score of exactly 0\n"
+    "is undecided, right for neither label, and the share of such texts is\n"
+    "reported too. --errors lists the misses. A set with no labelled line is\n"
+    "an error.\n";
+
+// Labelled lines are short; a longer one is read cut and likely mislabelled.
+const size_t kMaxLine = 1 << 20;
 
 struct Tally {
   int total = 0;
@@ -31,19 +38,19 @@ struct Tally {
 }  // namespace
 
 int runEval(int argc, char** argv) {
-  CommandLine cl({"config"}, {"help", "quiet", "errors"});
+  CommandLine cl({"config", "encoding"}, {"quiet", "errors"});
   if (!cl.parse(argc, argv, 2)) return usageError("eval", cl.error());
-  if (cl.has("help")) {
-    std::fputs(kHelp, stdout);
-    return kOk;
-  }
+  int rc = kOk;
+  if (standardOptions(cl, kHelp, rc)) return rc;
   if (cl.positional().empty()) return usageError("eval", "give at least one labelled file");
-  std::string config = cl.get("config", defaultModelConfig());
-  if (config.empty()) {
-    std::fprintf(stderr, "vorelin eval: no default model found; build it or give --config FILE\n");
-    return kFailure;
-  }
+  std::string encoding;
+  if (!parseEncoding(cl.get("encoding", "utf-8"), encoding))
+    return usageError("eval", "--encoding must be utf-8 or gbk");
+  const std::string config = modelConfigFor(cl, "eval", encoding);
+  if (config.empty()) return kFailure;
   redirectLibraryOutput(cl.has("quiet"));
+  ConfigInfo info;
+  checkConfig("eval", config, info);
   void* handle = nullptr;
   if (!Senti_Classifier_Init(config.c_str(), &handle)) {
     std::fprintf(stderr, "vorelin eval: cannot initialise a classifier from %s\n", config.c_str());
@@ -52,18 +59,18 @@ int runEval(int argc, char** argv) {
   int status = kOk;
   std::string out;
   for (const std::string& path : cl.positional()) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-      std::fprintf(stderr, "vorelin eval: cannot read %s\n", path.c_str());
+    const int fd = openInput("eval", path);
+    if (fd < 0) {
       status = kFailure;
       continue;
     }
+    LineReader in(fd, kMaxLine);
     std::map<int, Tally> byLabel;
     std::string line;
+    bool cut = false;
     int number = 0;
-    while (std::getline(in, line)) {
+    while (in.next(line, cut)) {
       ++number;
-      if (!line.empty() && line.back() == '\r') line.pop_back();
       if (line.empty()) continue;
       size_t tab = line.find('\t');
       std::string label = tab == std::string::npos ? "" : line.substr(0, tab);
@@ -75,7 +82,7 @@ int runEval(int argc, char** argv) {
       int expected = label == "1" ? 1 : -1;
       std::string text = line.substr(tab + 1);
       double score = 0.0;
-      bool ok = Senti_Classify_Perform(handle, text.c_str(), &score) == 1;
+      bool ok = classifyText(handle, text, score);
       Tally& t = byLabel[expected];
       ++t.total;
       if (!ok || score == 0.0) {
@@ -90,11 +97,17 @@ int runEval(int argc, char** argv) {
         out += "miss\t" + std::string(buf) + text + "\n";
       }
     }
+    if (fd > 0) ::close(fd);
     Tally all;
     for (const auto& kv : byLabel) {
       all.total += kv.second.total;
       all.right += kv.second.right;
       all.undecided += kv.second.undecided;
+    }
+    if (all.total == 0) {
+      std::fprintf(stderr, "vorelin eval: %s has no labelled line\n", path.c_str());
+      status = kFailure;
+      continue;
     }
     char buf[512];
     auto pct = [](int a, int b) { return b ? 100.0 * a / b : 0.0; };
@@ -106,6 +119,7 @@ int runEval(int argc, char** argv) {
   }
   writeOut(out);
   Senti_Classifier_Exit(handle);
+  if (!finishOutput("eval")) return kFailure;
   return status;
 }
 

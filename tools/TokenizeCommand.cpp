@@ -1,11 +1,13 @@
 // vorelin tokenize: shows the tokens that a model's analyzer makes.
+#include <unistd.h>
+
 #include <cstdio>
-#include <iostream>
 #include <string>
 #include <vector>
 
 #include "CommandLine.h"
-#include "ModelPaths.h"
+#include "ConfigCheck.h"
+#include "LineReader.h"
 #include "TokenNames.h"
 #include "analyzer/Token.h"
 #include "common/AutoPtr.h"
@@ -18,12 +20,16 @@ namespace cli {
 namespace {
 
 const char* kHelp =
-    "Usage: vorelin tokenize [--config FILE] [--quiet] [TEXT...]\n"
+    "Usage: vorelin tokenize [--config FILE | --encoding utf-8|gbk] [--quiet]\n"
+    "                        [--input FILE|-] [TEXT...]\n"
     "\n"
     "Prints the tokens that the analyzer of the first classifier in the\n"
-    "configuration makes of each TEXT (or of each line of standard input):\n"
+    "configuration makes of each TEXT (or of each line of FILE or of standard\n"
+    "input):\n"
     "term, start and end byte offsets (end inclusive), type and tag, one token\n"
     "a line, with a blank line after each text.\n";
+
+const size_t kMaxLine = 1 << 20;
 
 // The first member's analyzer block, as a lexicon classifier reads it.
 const vortm::configure::Parameter& analyzerBlock(const vortm::configure::Parameter& root) {
@@ -33,18 +39,22 @@ const vortm::configure::Parameter& analyzerBlock(const vortm::configure::Paramet
 }  // namespace
 
 int runTokenize(int argc, char** argv) {
-  CommandLine cl({"config"}, {"help", "quiet"});
+  CommandLine cl({"config", "encoding", "input"}, {"quiet"});
   if (!cl.parse(argc, argv, 2)) return usageError("tokenize", cl.error());
-  if (cl.has("help")) {
-    std::fputs(kHelp, stdout);
-    return kOk;
-  }
-  std::string config = cl.get("config", defaultModelConfig());
-  if (config.empty()) {
-    std::fprintf(stderr, "vorelin tokenize: no default model found; build it or give --config FILE\n");
-    return kFailure;
-  }
+  int rc = kOk;
+  if (standardOptions(cl, kHelp, rc)) return rc;
+  if (cl.has("input") && !cl.positional().empty())
+    return usageError("tokenize", "give texts as arguments or with --input, not both");
+  std::string encoding;
+  if (!parseEncoding(cl.get("encoding", "utf-8"), encoding))
+    return usageError("tokenize", "--encoding must be utf-8 or gbk");
+  const std::string config = modelConfigFor(cl, "tokenize", encoding);
+  if (config.empty()) return kFailure;
+  const int fd = cl.has("input") ? openInput("tokenize", cl.get("input")) : 0;
+  if (fd < 0) return kFailure;
   redirectLibraryOutput(cl.has("quiet"));
+  ConfigInfo info;
+  if (!checkConfig("tokenize", config, info)) return kFailure;
   vortm::configure::BasicParamParser parser;
   vortm::common::AutoPtr<vortm::configure::Parameter> root;
   if (!parser.doParse(config, root)) {
@@ -75,13 +85,13 @@ int runTokenize(int argc, char** argv) {
   if (!cl.positional().empty()) {
     for (const auto& text : cl.positional()) ok = show(text) && ok;
   } else {
+    LineReader reader(fd, kMaxLine);
     std::string line;
-    while (std::getline(std::cin, line)) {
-      if (!line.empty() && line.back() == '\r') line.pop_back();
-      ok = show(line) && ok;
-    }
+    bool cut = false;
+    while (reader.next(line, cut)) ok = show(line) && ok;
+    if (fd > 0) ::close(fd);
   }
-  return ok ? kOk : kFailure;
+  return finishOutput("tokenize") && ok ? kOk : kFailure;
 }
 
 }  // namespace cli

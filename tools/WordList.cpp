@@ -1,8 +1,12 @@
 #include "WordList.h"
 
+#include <errno.h>
+
+#include <cstring>
 #include <fstream>
 #include <sstream>
 
+#include "CommandLine.h"
 #include "TokenNames.h"
 
 namespace vorelin {
@@ -20,9 +24,10 @@ std::vector<std::string> fields(const std::string& line) {
 
 bool readWordList(const std::string& path, int defaultType, int defaultTag, std::vector<WordEntry>& entries,
                   std::string& error) {
+  if (!checkReadableFile(path, error)) return false;
   std::ifstream in(path, std::ios::binary);
   if (!in) {
-    error = "cannot read " + path;
+    error = "cannot open " + path + ": " + std::strerror(errno);
     return false;
   }
   int type = defaultType;
@@ -51,11 +56,23 @@ bool readWordList(const std::string& path, int defaultType, int defaultTag, std:
     if (f.empty()) continue;
     WordEntry entry{blanks ? " " + f[0] + " " : f[0], type, tag, number};
     int t = 0, g = 0;
-    // Two fields that read as a type and a tag set them; anything else behind
-    // the word (a jieba frequency and part of speech) is ignored.
+    // A number behind the word is a jieba frequency, and a part of speech
+    // may follow it; both are ignored unless the two read as a type and a
+    // tag. A name behind the word must be a type followed by a tag, so that
+    // a misspelt name stops the build instead of passing as a frequency.
+    const bool frequency = f.size() > 1 && f[1].find_first_not_of("0123456789") == std::string::npos;
     if (f.size() == 3 && parseType(f[1], t) && parseTag(f[2], g)) {
       entry.type = t;
       entry.tag = g;
+    } else if (f.size() == 3 && frequency && parseType(f[1], t) &&
+               f[2].find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ") != std::string::npos) {
+      // Parts of speech are lower case; an upper-case name is a tag gone wrong.
+      error = where + "unknown tag '" + f[2] + "'";
+      return false;
+    } else if (f.size() > 1 && !frequency) {
+      error = where + (parseType(f[1], t) ? (f.size() > 2 ? "unknown tag '" + f[2] + "'" : "a type needs a tag after it")
+                                          : "unknown type '" + f[1] + "'");
+      return false;
     }
     entries.push_back(entry);
   }

@@ -20,7 +20,8 @@ const char* kMainUsage =
     "  lexicon    build a weighted or label lexicon from text lists, or dump one\n"
     "  labels     show the opinion labels a model extracts from texts\n"
     "\n"
-    "Run 'vorelin COMMAND --help' for the options of a command.\n";
+    "Run 'vorelin COMMAND --help' for the options of a command;\n"
+    "'vorelin --version' prints the version.\n";
 
 }  // namespace
 
@@ -33,6 +34,10 @@ int main(int argc, char** argv) {
   std::string command = argv[1];
   if (command == "--help" || command == "-h" || command == "help") {
     std::fputs(kMainUsage, stdout);
+    return kOk;
+  }
+  if (command == "--version" || command == "version") {
+    std::printf("%s\n", versionText());
     return kOk;
   }
   if (command == "classify") return runClassify(argc, argv);

@@ -73,3 +73,52 @@ TEST(StandardScorerTest, WeighterSettingsAndFailures) {
   EXPECT_TRUE(made.get() == nullptr);
   EXPECT_FALSE(ILexcionSentiScorer::configLexcionSentiScorer(*parseParam("<param>x</param>"), made));
 }
+
+TEST(StandardScorerTest, ExplanationComesFromTheScoringPass) {
+  StandardLexcionSentiScorer scorer;
+  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><quota_penalty type=\"float\">0.5</quota_penalty>"
+                                        "<question_mark_penalty type=\"float\">0.5</question_mark_penalty>"
+                                        "<position_aware>true</position_aware></position_weighter>")));
+  const char* cases[] = {"", "a a", "a/10 a/6 a a/7", "x/6 but/but y/7 z/15 w/8 .",
+                         "< q/6 > though/though r/9 , s/6 ? t/7 . u/6 . v/7", "a/14 a/6 a a/6"};
+  for (const char* items : cases) {
+    std::vector<Token> tokens = toks(items);
+    double plain = 0.0, explained = 0.0;
+    modular::ScoreTrace trace;
+    ASSERT_TRUE(scorer.getSentiScore(tokens, plain));
+    ASSERT_TRUE(scorer.explainSentiScore(tokens, explained, trace));
+    EXPECT_EQ(plain, explained) << items;
+    EXPECT_TRUE(trace.detailed);
+    EXPECT_EQ(tokens.size(), trace.tokenCount);
+    double sum = 0.0;
+    for (const auto& w : trace.words) sum += w.contribution;
+    EXPECT_NEAR(plain, sum, 1e-12) << items;
+    EXPECT_EQ(trace.polarCount, static_cast<int>(trace.words.size()));
+  }
+
+  std::vector<Token> tokens = toks("x/6 but/but y/7 z/15 w/8 .");
+  double s = 0.0;
+  modular::ScoreTrace trace;
+  scorer.explainSentiScore(tokens, s, trace);
+  ASSERT_EQ(3u, trace.words.size());
+  EXPECT_EQ("x", trace.words[0].token.term);
+  EXPECT_EQ("", trace.words[0].weightReason);
+  EXPECT_EQ(-1, trace.words[0].modifierIndex);
+  EXPECT_EQ("but", trace.words[1].weightReason);
+  EXPECT_DOUBLE_EQ(2.0, trace.words[1].weight);
+  // z is a negation right after y: y takes its factor, and w (weak) keeps
+  // its value although the same negation stands before it.
+  EXPECT_EQ(3, trace.words[1].modifierIndex);
+  EXPECT_EQ("z", trace.words[1].modifier.term);
+  EXPECT_DOUBLE_EQ(-0.25, trace.words[1].degree);
+  EXPECT_DOUBLE_EQ(-0.25, trace.words[2].value);
+  EXPECT_DOUBLE_EQ(0.75, trace.damping);  // three polar words
+
+  tokens = toks("< q/6 > though/though r/9 , s/6 ? t/7 . u/6 . v/7");
+  scorer.explainSentiScore(tokens, s, trace);
+  ASSERT_EQ(6u, trace.words.size());
+  EXPECT_EQ("quote,position", trace.words[0].weightReason);
+  EXPECT_EQ("though,position", trace.words[1].weightReason);
+  EXPECT_EQ("question,position", trace.words[2].weightReason);
+  EXPECT_EQ("position", trace.words[5].weightReason);
+}

@@ -21,6 +21,7 @@ class CombineSentiClassifier : public ISentiClassifier {
 
   bool config(const configure::Parameter& param) override;
   bool classify(const std::string& text, double& score) override;
+  bool explain(const std::string& text, double& score, ClassifyTrace& trace) override;
   bool update(const configure::Parameter& param) override;
 
   static const std::string PARAM_NUMBER_SENTI_CLASSIFIERS;
@@ -31,6 +32,9 @@ class CombineSentiClassifier : public ISentiClassifier {
   size_t memberCount() const { return m_classifiers.size(); }
 
  private:
+  // The one classifying pass; `trace` may be null.
+  bool run(const std::string& text, double& score, ClassifyTrace* trace);
+
   bool m_bReady;
   std::vector<common::AutoPtr<ISentiClassifier> > m_classifiers;
   std::vector<double> m_weights;

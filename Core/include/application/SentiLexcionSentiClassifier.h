@@ -25,6 +25,7 @@ class SentiLexcionSentiClassifier : public ISentiClassifier {
   // ready but every classify() fails.
   bool config(const configure::Parameter& param) override;
   bool classify(const std::string& text, double& score) override;
+  bool explain(const std::string& text, double& score, ClassifyTrace& trace) override;
   // Rebuilds the parts that config built; not ready while it runs. A failed
   // update drops the part that failed, and a later update rebuilds it all
   // the same, so that a good update always restores classification.
@@ -34,6 +35,9 @@ class SentiLexcionSentiClassifier : public ISentiClassifier {
   static const std::string PARAM_LEXCION_SENTI_SCORER;
 
  protected:
+  // The one classifying pass; `trace` may be null.
+  bool run(const std::string& text, double& score, ClassifyTrace* trace);
+
   common::AutoPtr<modular::TextAnalyzer> m_textAnalyzerPtr;
   bool m_bReady;
   common::AutoPtr<modular::ILexcionSentiScorer> m_lexcionSentiScorerPtr;

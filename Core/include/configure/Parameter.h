@@ -58,6 +58,10 @@ class Parameter : public common::Serializable {
   bool isNull() const { return m_bNull; }
   unsigned int size() const { return static_cast<unsigned int>(m_subParams.size()); }
   unsigned int getSubParamCount() const { return size(); }
+  // Name of the child at a document position; empty when out of range.
+  std::string getSubParamName(unsigned int index) const {
+    return index < m_subParamNames.size() ? m_subParamNames[index] : std::string();
+  }
 
  protected:
   void clearSubParams();

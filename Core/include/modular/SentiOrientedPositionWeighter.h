@@ -19,6 +19,10 @@ class SentiOrientedPositionWeighter : public virtual IPositionWeighter {
 
   bool config(const configure::Parameter& param) override;
   bool weighting(std::vector<analyzer::Token>& tokens, std::vector<double>& weights) override;
+  // weighting() that also names, per token, the factors that acted on it
+  // ("quote", "but", "though", "question", "position"); `reasons` may be null.
+  bool weightingWithReasons(std::vector<analyzer::Token>& tokens, std::vector<double>& weights,
+                            std::vector<std::string>* reasons);
   // Low in the first half of the text, rising above 1.0 after the middle.
   virtual bool positionAwareWeighting(std::vector<analyzer::Token>& tokens, std::vector<double>& weights);
 

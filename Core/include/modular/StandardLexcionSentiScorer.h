@@ -24,6 +24,7 @@ class StandardLexcionSentiScorer : public ILexcionSentiScorer {
   bool config(const configure::Parameter& param) override;
   // Always true.
   bool getSentiScore(std::vector<analyzer::Token>& tokens, double& score) override;
+  bool explainSentiScore(std::vector<analyzer::Token>& tokens, double& score, ScoreTrace& trace) override;
   // The position weights used for scoring; subclasses swap in their own.
   virtual bool weighting(std::vector<analyzer::Token>& tokens, std::vector<double>& weights);
 
@@ -34,6 +35,9 @@ class StandardLexcionSentiScorer : public ILexcionSentiScorer {
   static bool degreeFactor(int tag, double& factor);
 
  protected:
+  // The one scoring pass; `trace` may be null.
+  bool score(std::vector<analyzer::Token>& tokens, double& score, ScoreTrace* trace);
+
   common::AutoPtr<IPositionWeighter> m_positionWeighterPtr;
 };
 

@@ -58,13 +58,27 @@ bool CombineSentiClassifier::config(const Parameter& param) {
   return true;
 }
 
-bool CombineSentiClassifier::classify(const std::string& text, double& score) {
+bool CombineSentiClassifier::classify(const std::string& text, double& score) { return run(text, score, nullptr); }
+
+bool CombineSentiClassifier::explain(const std::string& text, double& score, ClassifyTrace& trace) {
+  return traced(score, trace, [&](ClassifyTrace* t) { return run(text, score, t); });
+}
+
+bool CombineSentiClassifier::run(const std::string& text, double& score, ClassifyTrace* trace) {
   if (!m_bReady) return false;
   score = 0.0;
   if (text.empty() || m_classifiers.empty()) return true;
   for (size_t i = 0; i < m_classifiers.size(); ++i) {
     double local = 0.0;
-    if (!m_classifiers[i]->classify(text, local)) {
+    bool ok;
+    if (trace) {
+      trace->weights.push_back(m_weights[i]);
+      trace->members.emplace_back();
+      ok = m_classifiers[i]->explain(text, local, trace->members.back());
+    } else {
+      ok = m_classifiers[i]->classify(text, local);
+    }
+    if (!ok) {
       gfn_pLoggerInstance(0, "", 0)->LogWarn("101", "Failed to Classify by One Number Sentiment Classifer");
       return false;
     }

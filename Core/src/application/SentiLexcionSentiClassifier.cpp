@@ -45,6 +45,14 @@ bool SentiLexcionSentiClassifier::config(const Parameter& param) {
 }
 
 bool SentiLexcionSentiClassifier::classify(const std::string& text, double& score) {
+  return run(text, score, nullptr);
+}
+
+bool SentiLexcionSentiClassifier::explain(const std::string& text, double& score, ClassifyTrace& trace) {
+  return traced(score, trace, [&](ClassifyTrace* t) { return run(text, score, t); });
+}
+
+bool SentiLexcionSentiClassifier::run(const std::string& text, double& score, ClassifyTrace* trace) {
   score = 0.0;
   if (!m_bReady) return false;
   if (text.empty()) return true;
@@ -52,6 +60,7 @@ bool SentiLexcionSentiClassifier::classify(const std::string& text, double& scor
   std::vector<analyzer::Token> tokens;
   if (!m_textAnalyzerPtr->tokenizeText(text, tokens, true)) return false;
   if (!m_lexcionSentiScorerPtr) return false;
+  if (trace) return m_lexcionSentiScorerPtr->explainSentiScore(tokens, score, trace->scorer);
   return m_lexcionSentiScorerPtr->getSentiScore(tokens, score);
 }
 

@@ -50,6 +50,21 @@ bool SentiOrientedPositionWeighter::config(const Parameter& param) {
 }
 
 bool SentiOrientedPositionWeighter::weighting(std::vector<Token>& tokens, std::vector<double>& weights) {
+  return weightingWithReasons(tokens, weights, nullptr);
+}
+
+namespace {
+void addReason(std::vector<std::string>* reasons, size_t i, const char* why) {
+  if (!reasons) return;
+  std::string& r = (*reasons)[i];
+  if (!r.empty()) r += ",";
+  r += why;
+}
+}  // namespace
+
+bool SentiOrientedPositionWeighter::weightingWithReasons(std::vector<Token>& tokens, std::vector<double>& weights,
+                                                         std::vector<std::string>* reasons) {
+  if (reasons) reasons->assign(tokens.size(), std::string());
   if (tokens.empty()) {
     weights.clear();
     return true;
@@ -72,7 +87,10 @@ bool SentiOrientedPositionWeighter::weighting(std::vector<Token>& tokens, std::v
       // A question damps only back to the last mark of any kind, clause
       // marks included; the mark itself is spared.
       if (type == Token::TT_QUESTION_MARK && senStart < i) {
-        for (size_t k = senStart; k < i; ++k) weights[k] *= m_questionMarkPenalty;
+        for (size_t k = senStart; k < i; ++k) {
+          weights[k] *= m_questionMarkPenalty;
+          addReason(reasons, k, "question");
+        }
       }
       afterBut = false;
       afterThough = false;
@@ -89,17 +107,23 @@ bool SentiOrientedPositionWeighter::weighting(std::vector<Token>& tokens, std::v
     // lives on through the quotation.
     if (inQuote) {
       weights[i] *= m_quotaPenalty;
+      addReason(reasons, i, "quote");
     } else if (afterBut) {
       weights[i] *= m_butConjBoost;
+      addReason(reasons, i, "but");
     } else if (afterThough) {
       weights[i] *= m_thoughConjPenalty;
+      addReason(reasons, i, "though");
     }
   }
 
   if (m_bPositionAware) {
     std::vector<double> positional;
     positionAwareWeighting(tokens, positional);
-    for (size_t i = 0; i < weights.size() && i < positional.size(); ++i) weights[i] *= positional[i];
+    for (size_t i = 0; i < weights.size() && i < positional.size(); ++i) {
+      weights[i] *= positional[i];
+      if (positional[i] != 1.0) addReason(reasons, i, "position");
+    }
   }
   return true;
 }

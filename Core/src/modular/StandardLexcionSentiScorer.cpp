@@ -83,9 +83,28 @@ bool StandardLexcionSentiScorer::weighting(std::vector<Token>& tokens, std::vect
 }
 
 bool StandardLexcionSentiScorer::getSentiScore(std::vector<Token>& tokens, double& score) {
+  return this->score(tokens, score, nullptr);
+}
+
+bool StandardLexcionSentiScorer::explainSentiScore(std::vector<Token>& tokens, double& score, ScoreTrace& trace) {
+  trace = ScoreTrace();
+  return this->score(tokens, score, &trace);
+}
+
+bool StandardLexcionSentiScorer::score(std::vector<Token>& tokens, double& score, ScoreTrace* trace) {
   const size_t n = tokens.size();
   std::vector<double> weights;
   weighting(tokens, weights);
+  // The reasons come from the weighter's own pass; the weights used stay
+  // those of weighting(), which a subclass may replace.
+  std::vector<std::string> reasons;
+  if (trace) {
+    trace->detailed = true;
+    trace->tokenCount = n;
+    std::vector<double> scratch;
+    auto* oriented = dynamic_cast<SentiOrientedPositionWeighter*>(m_positionWeighterPtr.get());
+    if (oriented) oriented->weightingWithReasons(tokens, scratch, &reasons);
+  }
 
   std::vector<double> polarity(n, 0.0);
   int count = 0;
@@ -100,7 +119,26 @@ bool StandardLexcionSentiScorer::getSentiScore(std::vector<Token>& tokens, doubl
     // Only the immediate neighbours count, and the previous one wins even
     // when its factor is neutral.
     double degree = 1.0;
-    if (!degreeFactor(prevTag, degree) && !degreeFactor(nextTag, degree)) degree = 1.0;
+    int modifier = -1;
+    if (degreeFactor(prevTag, degree)) {
+      modifier = static_cast<int>(i) - 1;
+    } else if (degreeFactor(nextTag, degree)) {
+      modifier = static_cast<int>(i) + 1;
+    } else {
+      degree = 1.0;
+    }
+    if (trace) {
+      ScoredWord w;
+      w.token = tokens[i];
+      w.index = i;
+      w.value = value;
+      w.modifierIndex = modifier;
+      if (modifier >= 0) w.modifier = tokens[static_cast<size_t>(modifier)];
+      w.degree = degree;
+      w.weight = weights[i];
+      if (i < reasons.size()) w.weightReason = reasons[i];
+      trace->words.push_back(w);
+    }
 
     if (tag == Token::TG_POSITIVE || tag == Token::TG_NEGATIVE) {
       value *= degree;
@@ -124,10 +162,22 @@ bool StandardLexcionSentiScorer::getSentiScore(std::vector<Token>& tokens, doubl
     return true;
   }
   score = sum;
+  double share = 1.0;  // what one unit of polarity adds to the score
   if (absSum > 1e-05) {
     score = sum / absSum;
+    share = 1.0 / absSum;
     // Few polar words make a less certain text.
-    if (count < 4) score *= count * 0.25;
+    if (count < 4) {
+      score *= count * 0.25;
+      share *= count * 0.25;
+    }
+  }
+  if (trace) {
+    trace->sum = sum;
+    trace->absSum = absSum;
+    trace->polarCount = count;
+    trace->damping = absSum > 1e-05 && count < 4 ? count * 0.25 : 1.0;
+    for (ScoredWord& w : trace->words) w.contribution = polarity[w.index] * share;
   }
   return true;
 }

@@ -25,8 +25,8 @@ std::string analyzerXml() {
   const size_t from = xml.find("<text_analyzer>");
   const size_t to = xml.find("</text_analyzer>") + std::string("</text_analyzer>").size();
   std::string block = xml.substr(from, to - from);
-  for (size_t at = 0; (at = block.find(">words/", at)) != std::string::npos; at += 7)
-    block.replace(at + 1, 0, kData + "/");
+  for (size_t at = 0; (at = block.find(">../words/", at)) != std::string::npos; at += 10)
+    block.replace(at + 1, 3, kData + "/");
   return block;
 }
 

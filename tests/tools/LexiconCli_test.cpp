@@ -70,7 +70,7 @@ TEST(LexiconCliTest, ErrorsAndExitCodes) {
   EXPECT_NE(std::string::npos, corrupt.out.find("cannot load weighted lexicon"));
 
   EXPECT_EQ(0, lexicon("--help").code);
-  for (const char* usage : {"", "build --out x.lex a.tsv", "build --kind label --out x.lex a.tsv",
+  for (const char* usage : {"", "build --out x.lex a.tsv", "build --kind frob --out x.lex a.tsv",
                             "build --kind weighted a.tsv", "build --kind weighted --out x.lex",
                             "dump --encoding latin1 x.lex", "dump", "frob --kind weighted"})
     EXPECT_EQ(2, lexicon(usage).code) << usage;

@@ -17,6 +17,8 @@ const char* kMainUsage =
     "  tokenize   show the tokens a model's analyzer makes\n"
     "  dict       build a trie dictionary from word lists, or look words up\n"
     "  eval       report a model's accuracy on labelled texts\n"
+    "  train      train a centroid model from labelled texts\n"
+    "  model      inspect a saved vocabulary or centroid\n"
     "\n"
     "Run 'vorelin COMMAND --help' for the options of a command.\n";
 
@@ -37,6 +39,8 @@ int main(int argc, char** argv) {
   if (command == "tokenize") return runTokenize(argc, argv);
   if (command == "dict") return runDict(argc, argv);
   if (command == "eval") return runEval(argc, argv);
+  if (command == "train") return runTrain(argc, argv);
+  if (command == "model") return runModel(argc, argv);
   std::fprintf(stderr, "vorelin: unknown command '%s'\n\n%s", command.c_str(), kMainUsage);
   return kUsage;
 }

@@ -62,7 +62,7 @@ void Vocabulary::clear() {
 
 bool Vocabulary::wordInfoCmp(const WordInfo& a, const WordInfo& b) { return a.df > b.df; }
 
-void Vocabulary::sortByDf() { std::sort(wordInfos.begin(), wordInfos.end(), wordInfoCmp); }
+void Vocabulary::sortByDf() { std::stable_sort(wordInfos.begin(), wordInfos.end(), wordInfoCmp); }
 
 int Vocabulary::getWordId(const std::string& word) const {
   std::map<std::string, unsigned int>::const_iterator it = wordIds.find(word);

@@ -1,6 +1,7 @@
 #ifndef VORELIN_TOOLS_COMMANDLINE_H
 #define VORELIN_TOOLS_COMMANDLINE_H
 
+#include <istream>
 #include <map>
 #include <set>
 #include <string>
@@ -41,6 +42,10 @@ int usageError(const std::string& command, const std::string& message);
 // Sends the library's log records (written to std::cout) to standard error,
 // or drops them, so that standard output carries only results.
 void redirectLibraryOutput(bool quiet);
+
+// Reads the next line of a text file and counts it in `number`, without a
+// UTF-8 byte-order mark on the first line and without a CR at the end.
+bool nextTextLine(std::istream& in, std::string& line, int& number);
 
 // Writes to standard output, which the library no longer uses.
 void writeOut(const std::string& text);

@@ -80,10 +80,7 @@ bool readCorpus(const std::string& path, std::vector<int>& labels, std::vector<s
   }
   std::string line;
   int number = 0;
-  while (std::getline(in, line)) {
-    ++number;
-    if (number == 1 && line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
-    if (!line.empty() && line.back() == '\r') line.pop_back();
+  while (nextTextLine(in, line, number)) {
     if (line.empty()) continue;
     size_t tab = line.find('\t');
     size_t mark = line.find("::");

@@ -12,6 +12,7 @@ pair with the best mean accuracy over both languages (score >= 0 counts
 positive), with the accuracies of a few neighbours.
 """
 import argparse
+import json
 import os
 import subprocess
 import sys
@@ -68,9 +69,24 @@ def main():
     p.add_argument("--build", default=os.path.join(corpus.ROOT, "build"))
     p.add_argument("--folds", type=int, default=5)
     p.add_argument("--corpora")
+    p.add_argument("--save", help="also write the member scores to this JSON file")
+    p.add_argument("--load", help="read the member scores from a file written by --save instead")
     args = p.parse_args()
     vorelin = os.path.join(args.build, "tools", "vorelin")
     lexicon = os.path.join(args.build, "models", "default", "default_utf8.xml")
+    data = {}
+    if args.load:
+        with open(args.load, encoding="utf-8") as f:
+            data = json.load(f)
+    else:
+        data = collect(args, vorelin, lexicon)
+    if args.save:
+        with open(args.save, "w", encoding="utf-8") as f:
+            json.dump(data, f)
+    report(data)
+
+
+def collect(args, vorelin, lexicon):
     data = {}
     with tempfile.TemporaryDirectory() as work:
         for lang in LANGS:
@@ -84,7 +100,11 @@ def main():
                     shipped = os.path.join(args.build, "models", "centroid", "centroid_%s.xml" % model)
                     member[model] = classify(vorelin, shipped, texts, work)
             data[lang] = ([y for y, _ in pairs], member)
-    grid = [i / 4.0 for i in range(0, 25)]
+    return data
+
+
+def report(data):
+    grid = [i / 4.0 for i in range(0, 41)]
     best = None
     for wz in grid:
         for we in grid:

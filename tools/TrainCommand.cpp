@@ -43,6 +43,8 @@ const char* kHelp =
     "  --epochs N        passes of the linear estimator (default 12)\n"
     "  --seed N          order of the passes (default 1)\n"
     "  --weighting W     tf-idf (default), bool or bo1\n"
+    "  --no-bias         train without biases: a text with no known word scores 0\n"
+    "  --non-ascii-only  leave words of ASCII characters only out of the vocabulary\n"
     "  --cv K            first report the accuracy of K-fold cross-validation\n"
     "  --threads N       tokenizing threads (default: one per core)\n"
     "  --quiet           no progress bar and no library messages\n";
@@ -182,7 +184,7 @@ bool parseCount(const CommandLine& cl, const std::string& name, int& value, int 
 int trainCentroid(int argc, char** argv) {
   CommandLine cl({"config", "out", "min-df", "max-size", "estimator", "c", "epochs", "seed", "weighting", "cv",
                   "threads"},
-                 {"help", "quiet"});
+                 {"help", "quiet", "no-bias", "non-ascii-only"});
   if (!cl.parse(argc, argv, 3)) return usageError("train", cl.error());
   if (cl.has("help")) {
     std::fputs(kHelp, stdout);
@@ -200,6 +202,8 @@ int trainCentroid(int argc, char** argv) {
     return usageError("train", "a count option has a value that is not a whole number in range");
   }
   options.threads = static_cast<unsigned int>(threads);
+  options.bias = !cl.has("no-bias");
+  options.nonAsciiOnly = cl.has("non-ascii-only");
   options.seed = static_cast<unsigned int>(seed);
   options.estimator = cl.get("estimator", "linear");
   if (options.estimator != "linear" && options.estimator != "mean") {

@@ -24,8 +24,8 @@ import corpus  # noqa: E402
 
 # Keep in step with train_centroid.sh.
 TRAIN_OPTIONS = {
-    "zh": ["--c", "8", "--min-df", "3", "--max-size", "40000"],
-    "en": ["--c", "8", "--min-df", "2"],
+    "zh": ["--c", "8", "--min-df", "3", "--max-size", "40000", "--no-bias", "--non-ascii-only"],
+    "en": ["--c", "8", "--min-df", "2", "--no-bias"],
 }
 LANGS = ("zh", "en")
 

@@ -28,6 +28,12 @@ struct CentroidTrainOptions {
   double c = 4.0;
   int epochs = 12;
   unsigned int seed = 1;
+  // Without a bias, a text with no known word scores exactly 0, which keeps
+  // a model quiet on texts of another language.
+  bool bias = true;
+  // Leave words of ASCII bytes only out of the vocabulary, so that a Chinese
+  // model does not judge English texts.
+  bool nonAsciiOnly = false;
   unsigned int threads = 0;  // 0: one per core
   // Called now and then with a stage name and its progress.
   std::function<void(const std::string&, size_t, size_t)> progress;

@@ -58,6 +58,15 @@ void parallelFor(size_t count, unsigned int threads, const std::function<void(si
   tick(count);
 }
 
+bool isAscii(const std::string& word) {
+  for (unsigned char c : word) {
+    if (c >= 0x80) return false;
+  }
+  return true;
+}
+
+bool excludeAsciiToo(Token& token) { return analyzer::isExcludeForVocab(token) || isAscii(token.term); }
+
 double dot(const SparseVec& vec, const std::vector<double>& row) {
   double sum = 0.0;
   for (int i = 0; i < vec.size(); ++i) {
@@ -144,7 +153,7 @@ bool CentroidTrainer::train(const std::vector<int>& labels, std::vector<std::vec
   modular::Vocabulary vocabulary;
   std::map<std::string, unsigned int> localIds;
   for (size_t k = 0; k < use.size(); ++k) {
-    vocabulary.addDocument(docs[use[k]], nullptr, localIds);
+    vocabulary.addDocument(docs[use[k]], m_options.nonAsciiOnly ? excludeAsciiToo : nullptr, localIds);
     if ((k % 4096) == 0) report("vocabulary", k, use.size());
   }
   report("vocabulary", use.size(), use.size());
@@ -242,7 +251,7 @@ void CentroidTrainer::trainLinear(const std::vector<int>& labels, const std::vec
           std::pair<int, const double*> item = x.getIdValuePairByIndex(j);
           v[item.first] += step * *item.second;
         }
-        bias -= eta * g * 0.1;
+        if (m_options.bias) bias -= eta * g * 0.1;
       }
     }
     report("training", static_cast<size_t>(epoch + 1), static_cast<size_t>(m_options.epochs));

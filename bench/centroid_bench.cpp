@@ -78,7 +78,7 @@ bool tokenizeCorpus() {
 void BM_VocabularyBuild(benchmark::State& state) {
   for (auto _ : state) {
     vortm::modular::Vocabulary vocabulary;
-    std::map<std::string, unsigned int> ids;
+    std::unordered_map<std::string, unsigned int> ids;
     for (auto& doc : g_docs) vocabulary.addDocument(doc, nullptr, ids);
     vocabulary.sortByDf();
     benchmark::DoNotOptimize(vocabulary.size());

@@ -183,7 +183,7 @@ TEST(VocabularyTest, ExcludeFilterAndBuild) {
 
   // One-byte tokens never count, whatever the filter says.
   Vocabulary v;
-  std::map<std::string, unsigned int> ids;
+  std::unordered_map<std::string, unsigned int> ids;
   std::vector<Token> doc1 = {word("ab"), word("ab"), word("x"), word("cd")};
   std::vector<Token> doc2 = {word("cd")};
   v.addDocument(doc1, [](Token&) { return false; }, ids);

@@ -52,7 +52,7 @@ class Vocabulary : public common::Serializable {
   // Counts one tokenized document into the statistics, as build() does;
   // `localIds` maps words to records across the calls of one build.
   void addDocument(std::vector<analyzer::Token>& tokens, bool (*exclude)(analyzer::Token&),
-                   std::map<std::string, unsigned int>& localIds);
+                   std::unordered_map<std::string, unsigned int>& localIds);
   // Sorts the records by falling df, as build() leaves them.
   void sortByDf();
   void addUserWord(const std::string& word, int df, int tf);

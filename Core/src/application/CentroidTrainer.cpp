@@ -151,7 +151,7 @@ bool CentroidTrainer::train(const std::vector<int>& labels, std::vector<std::vec
     return false;
   }
   modular::Vocabulary vocabulary;
-  std::map<std::string, unsigned int> localIds;
+  std::unordered_map<std::string, unsigned int> localIds;
   for (size_t k = 0; k < use.size(); ++k) {
     vocabulary.addDocument(docs[use[k]], m_options.nonAsciiOnly ? excludeAsciiToo : nullptr, localIds);
     if ((k % 4096) == 0) report("vocabulary", k, use.size());

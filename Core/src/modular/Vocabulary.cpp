@@ -169,29 +169,31 @@ bool Vocabulary::writeTo(const std::string& path) {
 }
 
 void Vocabulary::addDocument(std::vector<analyzer::Token>& tokens, bool (*exclude)(analyzer::Token&),
-                             std::map<std::string, unsigned int>& localIds) {
+                             std::unordered_map<std::string, unsigned int>& localIds) {
   if (exclude == nullptr) exclude = analyzer::isExcludeForVocab;
-  std::map<unsigned int, unsigned int> counts;
+  std::vector<unsigned int> ids;
+  ids.reserve(tokens.size());
   for (size_t i = 0; i < tokens.size(); ++i) {
     analyzer::Token& token = tokens[i];
     if (token.term.size() <= 1 || exclude(token)) continue;
-    std::map<std::string, unsigned int>::iterator it = localIds.find(token.term);
-    unsigned int id;
-    if (it == localIds.end()) {
-      id = static_cast<unsigned int>(wordInfos.size());
-      localIds[token.term] = id;
+    std::pair<std::unordered_map<std::string, unsigned int>::iterator, bool> placed =
+        localIds.emplace(token.term, static_cast<unsigned int>(wordInfos.size()));
+    if (placed.second) {
       WordInfo info;
       info.word = token.term;
       wordInfos.push_back(info);
-    } else {
-      id = it->second;
     }
-    ++counts[id];
+    ids.push_back(placed.first->second);
   }
   ++docCount;
-  for (std::map<unsigned int, unsigned int>::iterator it = counts.begin(); it != counts.end(); ++it) {
-    wordInfos[it->first].df += 1;
-    wordInfos[it->first].tf += it->second;
+  // Each distinct word of the document adds 1 to df and its count to tf.
+  std::sort(ids.begin(), ids.end());
+  for (size_t i = 0; i < ids.size();) {
+    size_t j = i;
+    while (j < ids.size() && ids[j] == ids[i]) ++j;
+    wordInfos[ids[i]].df += 1;
+    wordInfos[ids[i]].tf += static_cast<unsigned int>(j - i);
+    i = j;
   }
 }
 
@@ -210,7 +212,7 @@ bool Vocabulary::build(AutoPtr<trainset::DocReader> reader, std::string analyzer
     std::cout << "Failed to init text analyzer" << std::endl;
     return false;
   }
-  std::map<std::string, unsigned int> localIds;
+  std::unordered_map<std::string, unsigned int> localIds;
   std::vector<analyzer::Token> tokens;
   while (reader && reader->hasNextDoc()) {
     trainset::Doc doc = reader->getNextDoc();

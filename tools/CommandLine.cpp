@@ -181,6 +181,14 @@ void redirectLibraryOutput(bool quiet) {
   std::cout.rdbuf(quiet ? static_cast<std::streambuf*>(null) : std::cerr.rdbuf());
 }
 
+bool nextTextLine(std::istream& in, std::string& line, int& number) {
+  if (!std::getline(in, line)) return false;
+  ++number;
+  if (number == 1 && line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
+  if (!line.empty() && line.back() == '\r') line.pop_back();
+  return true;
+}
+
 void writeOut(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
 }  // namespace cli

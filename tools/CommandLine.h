@@ -1,6 +1,7 @@
 #ifndef VORELIN_TOOLS_COMMANDLINE_H
 #define VORELIN_TOOLS_COMMANDLINE_H
 
+#include <istream>
 #include <map>
 #include <set>
 #include <string>
@@ -61,6 +62,10 @@ std::string modelConfigFor(const CommandLine& cl, const std::string& command, co
 // or drops them, so that standard output carries only results.
 void redirectLibraryOutput(bool quiet);
 
+// Reads the next line of a text file and counts it in `number`, without a
+// UTF-8 byte-order mark on the first line and without a CR at the end.
+bool nextTextLine(std::istream& in, std::string& line, int& number);
+
 // Writes to standard output, which the library no longer uses.
 void writeOut(const std::string& text);
 // Flushes standard output; false with "cannot write output: reason" on
@@ -78,6 +83,8 @@ int runDict(int argc, char** argv);
 int runEval(int argc, char** argv);
 int runLexicon(int argc, char** argv);
 int runLabels(int argc, char** argv);
+int runTrain(int argc, char** argv);
+int runModel(int argc, char** argv);
 
 }  // namespace cli
 }  // namespace vorelin

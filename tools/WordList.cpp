@@ -35,10 +35,7 @@ bool readWordList(const std::string& path, int defaultType, int defaultTag, std:
   bool blanks = false;
   std::string line;
   int number = 0;
-  while (std::getline(in, line)) {
-    ++number;
-    if (number == 1 && line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
-    if (!line.empty() && line.back() == '\r') line.pop_back();
+  while (nextTextLine(in, line, number)) {
     const std::string where = path + ":" + std::to_string(number) + ": ";
     if (line.compare(0, 2, "#!") == 0) {
       std::vector<std::string> f = fields(line.substr(2));

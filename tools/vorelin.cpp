@@ -19,6 +19,8 @@ const char* kMainUsage =
     "  eval       report a model's accuracy on labelled texts\n"
     "  lexicon    build a weighted or label lexicon from text lists, or dump one\n"
     "  labels     show the opinion labels a model extracts from texts\n"
+    "  train      train a centroid model from labelled texts\n"
+    "  model      inspect a saved vocabulary or centroid\n"
     "\n"
     "Run 'vorelin COMMAND --help' for the options of a command;\n"
     "'vorelin --version' prints the version.\n";
@@ -46,6 +48,8 @@ int main(int argc, char** argv) {
   if (command == "eval") return runEval(argc, argv);
   if (command == "lexicon") return runLexicon(argc, argv);
   if (command == "labels") return runLabels(argc, argv);
+  if (command == "train") return runTrain(argc, argv);
+  if (command == "model") return runModel(argc, argv);
   std::fprintf(stderr, "vorelin: unknown command '%s'\n\n%s", command.c_str(), kMainUsage);
   return kUsage;
 }

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "analyzer/Token.h"
@@ -51,7 +52,7 @@ class Vocabulary : public common::Serializable {
   // Counts one tokenized document into the statistics, as build() does;
   // `localIds` maps words to records across the calls of one build.
   void addDocument(std::vector<analyzer::Token>& tokens, bool (*exclude)(analyzer::Token&),
-                   std::map<std::string, unsigned int>& localIds);
+                   std::unordered_map<std::string, unsigned int>& localIds);
   // Sorts the records by falling df, as build() leaves them.
   void sortByDf();
   void addUserWord(const std::string& word, int df, int tf);
@@ -62,9 +63,9 @@ class Vocabulary : public common::Serializable {
   void excludeUselessEnglishWord();
   static bool wordInfoCmp(const WordInfo& a, const WordInfo& b);
 
-  // Id of `word`, or -1 when unknown.
+  // Id of `word`, or -1 when unknown. After a load or resize this is a hash
+  // look-up; it reads the same ids as wordIds.
   int getWordId(const std::string& word) const;
-  std::map<std::string, unsigned int>& getWordIds() { return wordIds; }
   const std::map<std::string, unsigned int>& getWordIds() const { return wordIds; }
   std::vector<WordInfo>& getWordInfos() { return wordInfos; }
   const std::vector<WordInfo>& getWordInfos() const { return wordInfos; }
@@ -77,12 +78,17 @@ class Vocabulary : public common::Serializable {
 
  private:
   bool passesSaveTest(const WordInfo& info) const;
+  void rebuildIndex();
 
   unsigned int docCount;
   std::map<std::string, unsigned int> wordIds;
   std::vector<WordInfo> wordInfos;
   int minDf;
   int wordCount;
+  // Hash copy of wordIds for the per-token look-ups of classification;
+  // valid only while m_indexValid.
+  std::unordered_map<std::string, unsigned int> m_index;
+  bool m_indexValid;
 };
 
 }  // namespace modular

@@ -26,9 +26,16 @@ class DirDocReader : public DocReader {
  protected:
   // Path of the next file of the walk, or false at its end.
   bool nextFile(std::string& path);
+  // For readers that read each file through another reader: the next
+  // document of the current file's reader, moving on file by file.
+  bool nextFromInnerReaders();
+  virtual common::AutoPtr<DocReader> makeInnerReader(const std::string& /*path*/) {
+    return common::AutoPtr<DocReader>();
+  }
 
   utility::LinuxDirectoryIterator m_iterator;
   Doc m_doc;
+  common::AutoPtr<DocReader> m_inner;
 };
 
 // Each file below a directory read as a file of lines, one document each.
@@ -36,11 +43,11 @@ class DirLineDocReader : public DirDocReader {
  public:
   DirLineDocReader(const std::string& root, bool labeled = false,
                    common::AutoPtr<utility::DirectoryFilter> filter = common::AutoPtr<utility::DirectoryFilter>());
-  bool hasNextDoc() override;
+  bool hasNextDoc() override { return nextFromInnerReaders(); }
 
  private:
+  common::AutoPtr<DocReader> makeInnerReader(const std::string& path) override;
   bool m_labeled;
-  common::AutoPtr<DocReader> m_inner;
 };
 
 // Each file below a directory read as an XML corpus file.
@@ -48,11 +55,11 @@ class DirXMLFileDocReader : public DirDocReader {
  public:
   DirXMLFileDocReader(const std::string& root, const XMLDocTags& tags = XMLDocTags(),
                       common::AutoPtr<utility::DirectoryFilter> filter = common::AutoPtr<utility::DirectoryFilter>());
-  bool hasNextDoc() override;
+  bool hasNextDoc() override { return nextFromInnerReaders(); }
 
  private:
+  common::AutoPtr<DocReader> makeInnerReader(const std::string& path) override;
   XMLDocTags m_tags;
-  common::AutoPtr<DocReader> m_inner;
 };
 
 }  // namespace trainset

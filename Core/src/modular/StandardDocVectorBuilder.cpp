@@ -61,13 +61,12 @@ bool StandardDocVectorBuilder::config(const configure::Parameter& param) {
 
 bool StandardDocVectorBuilder::buildWordFreVector(std::vector<analyzer::Token>& tokens,
                                                   MySparseVector<double, int>& docVec) {
-  const std::map<std::string, unsigned int>& ids = vocabulary.getWordIds();
   for (size_t i = 0; i < tokens.size(); ++i) {
     // A term is looked up as a C string, so anything after a zero byte is ignored.
     const std::string& term = tokens[i].term;
-    std::map<std::string, unsigned int>::const_iterator it =
-        term.find('\0') == std::string::npos ? ids.find(term) : ids.find(std::string(term.c_str()));
-    if (it != ids.end()) docVec[static_cast<int>(it->second)] += 1.0;
+    int id = term.find('\0') == std::string::npos ? vocabulary.getWordId(term)
+                                                   : vocabulary.getWordId(std::string(term.c_str()));
+    if (id >= 0) docVec[id] += 1.0;
   }
   return true;
 }

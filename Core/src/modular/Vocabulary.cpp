@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iostream>
+#include <utility>
 
 #include "common/Logger.h"
 #include "configure/BasicParamParser.h"
@@ -49,11 +50,13 @@ float idfOf(unsigned int docCount, unsigned int df, double extra) {
 
 }  // namespace
 
-Vocabulary::Vocabulary() : docCount(0), minDf(-1), wordCount(0) {}
+Vocabulary::Vocabulary() : docCount(0), minDf(-1), wordCount(0), m_indexValid(false) {}
 
 Vocabulary::~Vocabulary() {}
 
 void Vocabulary::clear() {
+  m_index.clear();
+  m_indexValid = false;
   docCount = 0;
   wordCount = 0;
   wordIds.clear();
@@ -62,9 +65,20 @@ void Vocabulary::clear() {
 
 bool Vocabulary::wordInfoCmp(const WordInfo& a, const WordInfo& b) { return a.df > b.df; }
 
-void Vocabulary::sortByDf() { std::sort(wordInfos.begin(), wordInfos.end(), wordInfoCmp); }
+void Vocabulary::sortByDf() { std::stable_sort(wordInfos.begin(), wordInfos.end(), wordInfoCmp); }
+
+void Vocabulary::rebuildIndex() {
+  m_index.clear();
+  m_index.reserve(wordIds.size());
+  for (const auto& entry : wordIds) m_index.emplace(entry.first, entry.second);
+  m_indexValid = true;
+}
 
 int Vocabulary::getWordId(const std::string& word) const {
+  if (m_indexValid) {
+    std::unordered_map<std::string, unsigned int>::const_iterator hit = m_index.find(word);
+    return hit == m_index.end() ? -1 : static_cast<int>(hit->second);
+  }
   std::map<std::string, unsigned int>::const_iterator it = wordIds.find(word);
   return it == wordIds.end() ? -1 : static_cast<int>(it->second);
 }
@@ -100,6 +114,7 @@ bool Vocabulary::writeSelf(common::ObjectWriter& writer) {
 }
 
 bool Vocabulary::readSelf(common::ObjectReader& reader) {
+  m_indexValid = false;
   wordInfos.clear();
   wordIds.clear();
   docCount = 0;
@@ -110,15 +125,19 @@ bool Vocabulary::readSelf(common::ObjectReader& reader) {
   for (int i = 0; i < count; ++i) {
     WordInfo info;
     if (!reader.readString(info.word) || !reader.readUint32(info.df) || !reader.readUint32(info.tf)) return false;
-    if (wordIds.count(info.word) != 0) return false;
     unsigned char separator;
     if (passesSaveTest(info)) {
+      // one look-up both finds a duplicate, which means a damaged file, and
+      // places the new word
+      if (!wordIds.emplace(info.word, static_cast<unsigned int>(wordInfos.size())).second) return false;
       info.idf = idfOf(docCount, info.df, 1.0);
-      wordIds[info.word] = static_cast<unsigned int>(wordInfos.size());
-      wordInfos.push_back(info);
+      wordInfos.push_back(std::move(info));
+    } else if (wordIds.count(info.word) != 0) {
+      return false;
     }
     reader.readByte(separator);
   }
+  rebuildIndex();
   return true;
 }
 
@@ -150,29 +169,31 @@ bool Vocabulary::writeTo(const std::string& path) {
 }
 
 void Vocabulary::addDocument(std::vector<analyzer::Token>& tokens, bool (*exclude)(analyzer::Token&),
-                             std::map<std::string, unsigned int>& localIds) {
+                             std::unordered_map<std::string, unsigned int>& localIds) {
   if (exclude == nullptr) exclude = analyzer::isExcludeForVocab;
-  std::map<unsigned int, unsigned int> counts;
+  std::vector<unsigned int> ids;
+  ids.reserve(tokens.size());
   for (size_t i = 0; i < tokens.size(); ++i) {
     analyzer::Token& token = tokens[i];
     if (token.term.size() <= 1 || exclude(token)) continue;
-    std::map<std::string, unsigned int>::iterator it = localIds.find(token.term);
-    unsigned int id;
-    if (it == localIds.end()) {
-      id = static_cast<unsigned int>(wordInfos.size());
-      localIds[token.term] = id;
+    std::pair<std::unordered_map<std::string, unsigned int>::iterator, bool> placed =
+        localIds.emplace(token.term, static_cast<unsigned int>(wordInfos.size()));
+    if (placed.second) {
       WordInfo info;
       info.word = token.term;
       wordInfos.push_back(info);
-    } else {
-      id = it->second;
     }
-    ++counts[id];
+    ids.push_back(placed.first->second);
   }
   ++docCount;
-  for (std::map<unsigned int, unsigned int>::iterator it = counts.begin(); it != counts.end(); ++it) {
-    wordInfos[it->first].df += 1;
-    wordInfos[it->first].tf += it->second;
+  // Each distinct word of the document adds 1 to df and its count to tf.
+  std::sort(ids.begin(), ids.end());
+  for (size_t i = 0; i < ids.size();) {
+    size_t j = i;
+    while (j < ids.size() && ids[j] == ids[i]) ++j;
+    wordInfos[ids[i]].df += 1;
+    wordInfos[ids[i]].tf += static_cast<unsigned int>(j - i);
+    i = j;
   }
 }
 
@@ -191,7 +212,7 @@ bool Vocabulary::build(AutoPtr<trainset::DocReader> reader, std::string analyzer
     std::cout << "Failed to init text analyzer" << std::endl;
     return false;
   }
-  std::map<std::string, unsigned int> localIds;
+  std::unordered_map<std::string, unsigned int> localIds;
   std::vector<analyzer::Token> tokens;
   while (reader && reader->hasNextDoc()) {
     trainset::Doc doc = reader->getNextDoc();
@@ -209,6 +230,7 @@ bool Vocabulary::build(AutoPtr<trainset::DocReader> reader, std::string analyzer
 void Vocabulary::addUserWord(const std::string& word, int df, int tf) {
   if (wordIds.count(word) != 0) return;
   wordIds[word] = static_cast<unsigned int>(wordInfos.size());
+  if (m_indexValid) m_index[word] = static_cast<unsigned int>(wordInfos.size());
   WordInfo info;
   info.word = word;
   info.df = static_cast<unsigned int>(df);
@@ -223,6 +245,7 @@ void Vocabulary::deleteUserWord(const std::string& word) {
   int id = static_cast<int>(it->second);
   if (id < 0 || id < wordCount) return;
   wordIds.erase(it);
+  m_indexValid = false;
   for (size_t i = static_cast<size_t>(id) + 1; i < wordInfos.size(); ++i) {
     wordInfos[i - 1] = wordInfos[i];
     wordIds[wordInfos[i - 1].word] -= 1;
@@ -231,6 +254,7 @@ void Vocabulary::deleteUserWord(const std::string& word) {
 }
 
 void Vocabulary::merge(Vocabulary& other, int mergeMinDf) {
+  m_indexValid = false;
   docCount += other.docCount;
   for (size_t i = 0; i < other.wordInfos.size(); ++i) {
     const WordInfo& info = other.wordInfos[i];
@@ -256,6 +280,7 @@ void Vocabulary::resize(int size) {
   wordInfos.resize(static_cast<size_t>(size));
   wordIds.clear();
   for (size_t i = 0; i < wordInfos.size(); ++i) wordIds[wordInfos[i].word] = static_cast<unsigned int>(i);
+  rebuildIndex();
 }
 
 }  // namespace modular

@@ -58,6 +58,18 @@ bool DirDocReader::hasNextDoc() {
   return false;
 }
 
+bool DirDocReader::nextFromInnerReaders() {
+  for (;;) {
+    if (m_inner && m_inner->hasNextDoc()) {
+      m_inner->getNextDoc(m_doc);
+      return true;
+    }
+    std::string path;
+    if (!nextFile(path)) return false;
+    m_inner = makeInnerReader(path);
+  }
+}
+
 Doc DirDocReader::getNextDoc() { return m_doc; }
 
 void DirDocReader::getNextDoc(Doc& doc) { doc = m_doc; }
@@ -65,33 +77,17 @@ void DirDocReader::getNextDoc(Doc& doc) { doc = m_doc; }
 DirLineDocReader::DirLineDocReader(const std::string& root, bool labeled, AutoPtr<utility::DirectoryFilter> filter)
     : DirDocReader(root, filter), m_labeled(labeled) {}
 
-bool DirLineDocReader::hasNextDoc() {
-  for (;;) {
-    if (m_inner && m_inner->hasNextDoc()) {
-      m_inner->getNextDoc(m_doc);
-      return true;
-    }
-    std::string path;
-    if (!nextFile(path)) return false;
-    m_inner = m_labeled ? AutoPtr<DocReader>(new LabeledLineDocReader(path), true)
-                        : AutoPtr<DocReader>(new LineDocReader(path), true);
-  }
+AutoPtr<DocReader> DirLineDocReader::makeInnerReader(const std::string& path) {
+  return m_labeled ? AutoPtr<DocReader>(new LabeledLineDocReader(path), true)
+                   : AutoPtr<DocReader>(new LineDocReader(path), true);
 }
 
 DirXMLFileDocReader::DirXMLFileDocReader(const std::string& root, const XMLDocTags& tags,
                                          AutoPtr<utility::DirectoryFilter> filter)
     : DirDocReader(root, filter), m_tags(tags) {}
 
-bool DirXMLFileDocReader::hasNextDoc() {
-  for (;;) {
-    if (m_inner && m_inner->hasNextDoc()) {
-      m_inner->getNextDoc(m_doc);
-      return true;
-    }
-    std::string path;
-    if (!nextFile(path)) return false;
-    m_inner = AutoPtr<DocReader>(new XMLFileDocReader(path, m_tags), true);
-  }
+AutoPtr<DocReader> DirXMLFileDocReader::makeInnerReader(const std::string& path) {
+  return AutoPtr<DocReader>(new XMLFileDocReader(path, m_tags), true);
 }
 
 }  // namespace trainset

@@ -1,0 +1,201 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "../modular/SavedBytes.h"
+#include "TestSupport.h"
+#include "application/CentroidSentiClassifier.h"
+#include "configure/BasicParamParser.h"
+#include "vorelin.h"
+
+using namespace vortm;
+using namespace vortm::testing;
+using application::CentroidSentiClassifier;
+using common::AutoPtr;
+using modular::Centroid;
+
+namespace {
+
+// Vocabulary of three single characters, 好 差 不, and centroids over them.
+class CentroidClassifierTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    SavedBytes b;
+    b.u32(10).u32(3);
+    b.str("5aW9").u32(3).u32(3).byte(0x0A);
+    b.str("5beu").u32(3).u32(3).byte(0x0A);
+    b.str("5LiN").u32(3).u32(3).byte(0x0A);
+    writeFile(m_dir.file("v"), b.bytes());
+  }
+
+  std::string centroid(const std::string& name, std::vector<double> neg, std::vector<double> pos,
+                       const std::string& first = "neg", const std::string& second = "pos") {
+    Centroid c;
+    c.labels = {trainset::Label(first, "/"), trainset::Label(second, "/")};
+    c.weights = {neg, pos};
+    c.biases = {0.0, 0.0};
+    EXPECT_TRUE(c.writeTo(m_dir.file(name)));
+    return m_dir.file(name);
+  }
+
+  std::string config(const std::vector<std::string>& files, const std::string& extra = "") {
+    std::string xml =
+        "<text_analyzer><analyzer><tokenizers><t><identifier>chNGramTokenzier</identifier><param><encode>utf-8"
+        "</encode><max_n type=\"int\">1</max_n></param></t></tokenizers></analyzer></text_analyzer>"
+        "<doc_vec_builder><identifier>standard_doc_vec_builder</identifier><param><vocabulary_file>" +
+        m_dir.file("v") + "</vocabulary_file><word_weighting_method>bool</word_weighting_method></param>"
+        "</doc_vec_builder>" + extra + "<senti_centroid_files>";
+    for (const std::string& f : files) xml += "<file>" + f + "</file>";
+    return xml + "</senti_centroid_files>";
+  }
+
+  const configure::Parameter& parse(const std::string& xml) {
+    configure::BasicParamParser parser;
+    EXPECT_TRUE(parser.doParseFromText(xml, m_root));
+    return *m_root;
+  }
+
+  TempDir m_dir;
+  AutoPtr<configure::Parameter> m_root;
+};
+
+}  // namespace
+
+TEST_F(CentroidClassifierTest, ScoreFromClassScores) {
+  CentroidSentiClassifier classifier;
+  Centroid model;
+  model.labels = {trainset::Label(" NEG ", "/"), trainset::Label("pos", "/")};
+  EXPECT_NEAR(classifier.computeSentiScore(model, {0.2, 0.8}), 2.0 * (0.85 / 1.1 - 0.5), 1e-12);
+  EXPECT_NEAR(classifier.computeSentiScore(model, {0.2, 0.8}), 0.5454545, 1e-7);
+  EXPECT_EQ(classifier.computeSentiScore(model, {0.4, 0.4}), 0.0);
+  EXPECT_NEAR(classifier.computeSentiScore(model, {-0.5, 0.3}), 2.0 * (0.35 / 0.4 - 0.5), 1e-12);
+  EXPECT_EQ(classifier.computeSentiScore(model, {-0.5, -0.3}), 0.0);
+}
+
+TEST_F(CentroidClassifierTest, ConfigFailures) {
+  StdoutCapture capture;
+  std::string good = centroid("good", {0.0, 1.0, 0.0}, {1.0, 0.0, 0.0});
+  std::string swapped = centroid("swapped", {1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}, "pos", "neg");
+  std::string narrow = centroid("narrow", {1.0, 0.0}, {0.0, 1.0});
+  {
+    CentroidSentiClassifier c;
+    EXPECT_FALSE(c.config(parse(config({good, swapped}))));
+  }
+  {
+    CentroidSentiClassifier c;
+    EXPECT_FALSE(c.config(parse(config({narrow}))));
+  }
+  {
+    CentroidSentiClassifier c;
+    EXPECT_FALSE(c.config(parse(config({}))));
+    double score = 1.0;
+    EXPECT_FALSE(c.classify("好", score));
+    EXPECT_EQ(score, 0.0);
+  }
+  {
+    CentroidSentiClassifier c;  // no builder: no centroid can be valid
+    EXPECT_FALSE(c.config(parse("<senti_centroid_files><f>" + good + "</f></senti_centroid_files>")));
+  }
+  {
+    CentroidSentiClassifier c;
+    EXPECT_FALSE(c.config(parse("<doc_vec_builder><identifier>none</identifier></doc_vec_builder>")));
+  }
+  std::vector<std::string> records;
+  for (const std::string& line : capture.lines()) {
+    if (line[0] == '<') records.push_back(line);
+  }
+  ASSERT_EQ(records.size(), 5u);
+  EXPECT_TRUE(isLogRecord(records[0], "Warn", "101", "Failed to Load Senti Centroid from File " + swapped));
+  EXPECT_TRUE(isLogRecord(records[1], "Warn", "101", "Failed to Load Senti Centroid from File " + narrow));
+  EXPECT_TRUE(isLogRecord(records[2], "Warn", "101", "Error: No Senti Centroid Loaded "));
+  EXPECT_TRUE(isLogRecord(records[3], "Warn", "101", "Failed to Load Senti Centroid from File " + good));
+  EXPECT_TRUE(isLogRecord(records[4], "Warn", "101", "Failed to Init Doc Vector Builder"));
+}
+
+TEST_F(CentroidClassifierTest, MergeAtConfigMeanAfterUpdate) {
+  StdoutCapture quiet;
+  // a: 好 is positive; b: 好 leans positive, 差 negative
+  std::string a = centroid("a", {0.0, 1.0, 0.0}, {1.0, 0.0, 0.0});
+  std::string b = centroid("b", {0.0, 3.0, 0.0}, {4.0, 0.0, 3.0});
+  CentroidSentiClassifier c;
+  ASSERT_TRUE(c.config(parse(config({a, b}))));
+  EXPECT_EQ(c.getModelCount(), 1u);
+  double score = 0.0;
+  // each file's rows are normalised, then averaged and normalised again:
+  // pos is the mean of (1,0,0) and (0.8,0,0.6), that is (0.9,0,0.3)
+  ASSERT_TRUE(c.classify("好", score));
+  double pos = 0.9 / std::sqrt(0.9 * 0.9 + 0.3 * 0.3);
+  EXPECT_NEAR(score, 2.0 * ((pos + 0.05) / (pos + 0.1) - 0.5), 1e-12);
+  ASSERT_TRUE(c.classify("", score));
+  EXPECT_EQ(score, 0.0);
+  ASSERT_TRUE(c.classify("。", score));  // no vocabulary word
+  EXPECT_EQ(score, 0.0);
+
+  ASSERT_TRUE(c.update(parse(config({a, b}))));
+  EXPECT_EQ(c.getModelCount(), 2u);
+  ASSERT_TRUE(c.classify("好", score));
+  double fromA = 2.0 * (1.05 / 1.1 - 0.5);
+  double posB = 4.0 / 5.0;
+  double fromB = 2.0 * ((posB + 0.05) / (posB + 0.1) - 0.5);
+  EXPECT_NEAR(score, (fromA + fromB) / 2.0, 1e-12);
+
+  EXPECT_FALSE(c.update(parse(config({}))));
+  EXPECT_FALSE(c.classify("好", score));
+}
+
+TEST_F(CentroidClassifierTest, NormAndSignSettings) {
+  StdoutCapture quiet;
+  // 不 has a negative weight in "pos"; without clipping it pulls 不好 down.
+  std::string m = centroid("m", {0.0, 2.0, 0.0}, {2.0, 0.0, -2.0});
+  double kept = 0.0;
+  double clipped = 0.0;
+  double lowerNo = 0.0;
+  double unnormalised = 0.0;
+  {
+    CentroidSentiClassifier c;
+    ASSERT_TRUE(c.config(parse(config({m}, "<is_ensure_nonnegative>FALSE</is_ensure_nonnegative>"))));
+    ASSERT_TRUE(c.classify("不好", kept));
+  }
+  {
+    CentroidSentiClassifier c;
+    ASSERT_TRUE(c.config(parse(config({m}, "<is_ensure_nonnegative>no</is_ensure_nonnegative>"))));
+    ASSERT_TRUE(c.classify("不好", lowerNo));
+  }
+  {
+    CentroidSentiClassifier c;
+    ASSERT_TRUE(c.config(parse(config({m}))));
+    ASSERT_TRUE(c.classify("不好", clipped));
+  }
+  {
+    CentroidSentiClassifier c;
+    ASSERT_TRUE(c.config(parse(config({m}, "<norm_method>none</norm_method>"))));
+    ASSERT_TRUE(c.classify("好", unnormalised));
+  }
+  // The document is (1, 0, 1)/sqrt(2). Kept, pos is (1, 0, -1)/sqrt(2) and
+  // cancels out; clipped, it becomes (1, 0, 0) after the merge.
+  EXPECT_EQ(kept, 0.0);
+  double pos = 1.0 / std::sqrt(2.0);
+  EXPECT_NEAR(clipped, 2.0 * ((pos + 0.05) / (pos + 0.1) - 0.5), 1e-12);
+  EXPECT_EQ(lowerNo, clipped);
+  // Without normalising, the row keeps its length 2.
+  EXPECT_NEAR(unnormalised, 2.0 * (2.05 / 2.1 - 0.5), 1e-12);
+}
+
+TEST(CentroidEndToEndTest, TinyTrainedModelThroughTheCInterface) {
+  std::string cmd = std::string("cd ") + VORELIN_TEST_DATA_DIR + " && " + VORELIN_EXAMPLE_HOST +
+                    " centroid_tiny.xml '质量很好，非常满意' '太差了，很失望' '。' 2>&1";
+  CommandRun run = runCommand(cmd);
+  ASSERT_EQ(0, run.code) << run.out;
+  std::vector<double> scores;
+  for (const std::string& line : splitLines(run.out)) {
+    if (!line.empty() && line[0] != '<' && line[0] != ' ') scores.push_back(std::stod(line.substr(0, line.find('\t'))));
+  }
+  ASSERT_EQ(scores.size(), 3u) << run.out;
+  EXPECT_GT(scores[0], 0.0);
+  EXPECT_LT(scores[1], 0.0);
+  // No known word: only the small biases speak.
+  EXPECT_LT(std::fabs(scores[2]), 0.2);
+  for (double s : scores) EXPECT_LT(std::fabs(s), 1.0);
+}

@@ -1,0 +1,116 @@
+// vorelin train centroid and vorelin model inspect as a user runs them.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "TestSupport.h"
+
+using vortm::testing::CommandRun;
+using vortm::testing::readFile;
+using vortm::testing::TempDir;
+using vortm::testing::writeFile;
+
+namespace {
+
+const std::string kData = VORELIN_TEST_DATA_DIR;
+
+CommandRun run(const std::string& args, bool withStderr = true) {
+  return vortm::testing::runCommand(std::string(VORELIN_CLI) + " " + args + (withStderr ? " 2>&1" : " 2>/dev/null"));
+}
+
+std::string trainArgs(const TempDir& dir, const std::string& corpus, const std::string& extra = "") {
+  return "train centroid --quiet --config " + kData + "/centroid/analyzer.xml --out " + dir.file("m") + " " + extra +
+         " " + corpus;
+}
+
+}  // namespace
+
+TEST(TrainCliTest, ReproducesTheTinyModelByteForByte) {
+  TempDir dir;
+  CommandRun r = run(trainArgs(dir, kData + "/centroid/tiny.tsv", "--c 50 --epochs 30 --threads 3"), false);
+  ASSERT_EQ(0, r.code) << r.out;
+  EXPECT_NE(std::string::npos, r.out.find("trained on 20 texts")) << r.out;
+  EXPECT_EQ(readFile(dir.file("m.vocab")), readFile(kData + "/centroid/tiny.vocab"));
+  EXPECT_EQ(readFile(dir.file("m.centroid")), readFile(kData + "/centroid/tiny.centroid"));
+
+  // The written configuration classifies with the new model.
+  CommandRun scored = run("classify --quiet --config " + dir.file("m.xml") + " '非常满意' '很失望'", false);
+  ASSERT_EQ(0, scored.code) << scored.out;
+  std::vector<std::string> lines = vortm::testing::splitLines(scored.out);
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_GT(std::stod(lines[0]), 0.0);
+  EXPECT_LT(std::stod(lines[1]), 0.0);
+
+  CommandRun top = run("model inspect --top 2 " + dir.file("m.centroid"));
+  ASSERT_EQ(0, top.code) << top.out;
+  EXPECT_NE(std::string::npos, top.out.find("classes\t2\nfeatures\t78\nsamples\t20\n")) << top.out;
+  EXPECT_NE(std::string::npos, top.out.find("top\tneg\t差\t")) << top.out;
+  EXPECT_NE(std::string::npos, top.out.find("top\tpos\t好\t")) << top.out;
+  CommandRun vocabulary = run("model inspect --top 1 " + dir.file("m.vocab"));
+  ASSERT_EQ(0, vocabulary.code) << vocabulary.out;
+  EXPECT_EQ(0u, vocabulary.out.find("vocabulary\ndocuments\t20\nwords\t78\nword\t")) << vocabulary.out;
+}
+
+TEST(TrainCliTest, LabelFormsAndBadCorpora) {
+  TempDir dir;
+  // Every accepted label form, a BOM, CRLF and blank lines, and the
+  // "label::content" form; the result equals the plain corpus.
+  std::string plain = readFile(kData + "/centroid/tiny.tsv");
+  std::vector<std::string> lines = vortm::testing::splitLines(plain);
+  std::string mixed = "\xEF\xBB\xBF";
+  const char* pos[] = {"1", "+1", "pos", "POS"};
+  const char* neg[] = {"0", "-1", "neg", "Neg"};
+  for (size_t i = 0; i < lines.size(); ++i) {
+    bool positive = lines[i][0] == '1';
+    std::string text = lines[i].substr(2);
+    std::string label = positive ? pos[i % 4] : neg[i % 4];
+    mixed += (i % 5 == 0 ? label + "::" + text : label + "\tcategory\t" + text) + "\r\n";
+    if (i % 7 == 0) mixed += "\r\n";
+  }
+  writeFile(dir.file("mixed.tsv"), mixed);
+  ASSERT_EQ(0, run(trainArgs(dir, dir.file("mixed.tsv"), "--c 50 --epochs 30")).code);
+  EXPECT_EQ(readFile(dir.file("m.centroid")), readFile(kData + "/centroid/tiny.centroid"));
+
+  writeFile(dir.file("bad.tsv"), "1\tgood\nmaybe\tso so\n");
+  CommandRun bad = run(trainArgs(dir, dir.file("bad.tsv")));
+  EXPECT_EQ(1, bad.code);
+  EXPECT_NE(std::string::npos, bad.out.find(dir.file("bad.tsv") + ":2: malformed label 'maybe'")) << bad.out;
+  writeFile(dir.file("nolabel.tsv"), "1\tgood\njust text\n");
+  CommandRun noLabel = run(trainArgs(dir, dir.file("nolabel.tsv")));
+  EXPECT_EQ(1, noLabel.code);
+  EXPECT_NE(std::string::npos, noLabel.out.find(":2: expected LABEL<TAB>TEXT")) << noLabel.out;
+
+  writeFile(dir.file("empty.tsv"), "\n\n");
+  CommandRun empty = run(trainArgs(dir, dir.file("empty.tsv")));
+  EXPECT_EQ(1, empty.code);
+  EXPECT_NE(std::string::npos, empty.out.find("no labelled text")) << empty.out;
+  writeFile(dir.file("one.tsv"), "1\t很好\n1\t好评\n");
+  CommandRun oneClass = run(trainArgs(dir, dir.file("one.tsv")));
+  EXPECT_EQ(1, oneClass.code);
+  EXPECT_NE(std::string::npos, oneClass.out.find("only one class")) << oneClass.out;
+
+  EXPECT_EQ(2, run("train").code);
+  EXPECT_EQ(2, run("train forest --out x y").code);
+  EXPECT_EQ(2, run("train centroid --out x y").code);
+  EXPECT_EQ(2, run(trainArgs(dir, dir.file("mixed.tsv"), "--estimator svm")).code);
+  EXPECT_EQ(2, run(trainArgs(dir, dir.file("mixed.tsv"), "--min-df 0")).code);
+  EXPECT_EQ(0, run("train centroid --help", false).code);
+  EXPECT_EQ(1, run("train centroid --config /no/such.xml --out x y").code);
+}
+
+TEST(TrainCliTest, InspectRejectsWhatIsNotAModel) {
+  TempDir dir;
+  writeFile(dir.file("junk"), "not a model at all");
+  CommandRun junk = run("model inspect " + dir.file("junk"));
+  EXPECT_EQ(1, junk.code);
+  EXPECT_NE(std::string::npos, junk.out.find("neither a vocabulary nor a centroid")) << junk.out;
+  EXPECT_EQ(1, run("model inspect --type centroid " + kData + "/centroid/tiny.vocab").code);
+  EXPECT_EQ(1, run("model inspect " + dir.file("absent")).code);
+  EXPECT_EQ(2, run("model inspect").code);
+  EXPECT_EQ(2, run("model frob x").code);
+  // A centroid with a vocabulary that does not fit prints no top words.
+  writeFile(dir.file("other.vocab"), readFile(kData + "/centroid/tiny.vocab").substr(0, 0));
+  CommandRun misfit = run("model inspect --vocabulary " + dir.file("other.vocab") + " " + kData + "/centroid/tiny.centroid");
+  EXPECT_EQ(1, misfit.code);
+}

@@ -49,6 +49,8 @@ int runClassify(int argc, char** argv);
 int runTokenize(int argc, char** argv);
 int runDict(int argc, char** argv);
 int runEval(int argc, char** argv);
+int runRules(int argc, char** argv);
+int runCorpus(int argc, char** argv);
 int runTrain(int argc, char** argv);
 int runModel(int argc, char** argv);
 

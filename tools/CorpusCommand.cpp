@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "CommandLine.h"
-#include "ModelPaths.h"
 #include "ToolConfig.h"
 #include "common/thread/SimpleThreadPool.h"
 #include "modular/ILexcionSentiScorer.h"
@@ -96,23 +95,11 @@ int runLabel(int argc, char** argv) {
   long threads = options.number("threads", 0, 1, 256);
   if (threads < 0) return usageError("corpus", "--threads needs a number from 1 to 256");
   const bool quiet = cl.has("quiet") || options.get("quiet") == "true";
-  std::string config = options.get("config");
-  if (config.empty()) config = defaultModelConfig("utf-8");
-  if (config.empty()) {
-    std::fprintf(stderr, "vorelin corpus: no default model found; give --config FILE\n");
-    return kFailure;
-  }
-
+  std::string config = configOrDefault(options, "corpus");
+  if (config.empty()) return kFailure;
   std::ifstream inFile;
-  std::istream* in = &std::cin;
-  if (options.has("input")) {
-    inFile.open(options.get("input"), std::ios::binary);
-    if (!inFile) {
-      std::fprintf(stderr, "vorelin corpus: cannot read %s\n", options.get("input").c_str());
-      return kFailure;
-    }
-    in = &inFile;
-  }
+  std::istream* in = openInput(options, inFile, "corpus");
+  if (!in) return kFailure;
   FILE* out = stdout;
   if (options.has("output")) {
     out = std::fopen(options.get("output").c_str(), "wb");

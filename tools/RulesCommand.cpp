@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "CommandLine.h"
-#include "ModelPaths.h"
 #include "ToolConfig.h"
 #include "common/thread/SimpleThreadPool.h"
 #include "modular/RuleSet.h"
@@ -69,12 +68,8 @@ int runRules(int argc, char** argv) {
   if (threads < 0) return usageError("rules", "--threads needs a number from 1 to 256");
   if (options.has("input") && !cl.positional().empty())
     return usageError("rules", "give texts as arguments or with --input, not both");
-  std::string config = options.get("config");
-  if (config.empty()) config = defaultModelConfig("utf-8");
-  if (config.empty()) {
-    std::fprintf(stderr, "vorelin rules: no default model found; build it or give --config FILE\n");
-    return kFailure;
-  }
+  std::string config = configOrDefault(options, "rules");
+  if (config.empty()) return kFailure;
 
   redirectLibraryOutput(cl.has("quiet") || options.get("quiet") == "true");
   vortm::common::AutoPtr<vortm::configure::Parameter> root;
@@ -93,15 +88,8 @@ int runRules(int argc, char** argv) {
   std::vector<std::string> lines = cl.positional();
   if (lines.empty()) {
     std::ifstream file;
-    std::istream* in = &std::cin;
-    if (options.has("input")) {
-      file.open(options.get("input"), std::ios::binary);
-      if (!file) {
-        std::fprintf(stderr, "vorelin rules: cannot read %s\n", options.get("input").c_str());
-        return kFailure;
-      }
-      in = &file;
-    }
+    std::istream* in = openInput(options, file, "rules");
+    if (!in) return kFailure;
     std::string line;
     for (bool first = true; readTextLine(*in, line, first); first = false) lines.push_back(line);
   }

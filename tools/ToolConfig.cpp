@@ -1,6 +1,10 @@
 #include "ToolConfig.h"
 
+#include <cstdio>
 #include <cstdlib>
+#include <iostream>
+
+#include "ModelPaths.h"
 
 #include "configure/BasicParamParser.h"
 #include "utility/BasicKeyValueParser.h"
@@ -51,6 +55,22 @@ long ToolOptions::number(const std::string& name, long fallback, long low, long 
   long value = std::strtol(text.c_str(), &end, 10);
   if (text.empty() || *end != '\0' || value < low || value > high) return -1;
   return value;
+}
+
+std::string configOrDefault(const ToolOptions& options, const std::string& command) {
+  std::string config = options.get("config");
+  if (config.empty()) config = defaultModelConfig("utf-8");
+  if (config.empty())
+    std::fprintf(stderr, "vorelin %s: no default model found; build it or give --config FILE\n", command.c_str());
+  return config;
+}
+
+std::istream* openInput(const ToolOptions& options, std::ifstream& file, const std::string& command) {
+  if (!options.has("input")) return &std::cin;
+  file.open(options.get("input"), std::ios::binary);
+  if (file) return &file;
+  std::fprintf(stderr, "vorelin %s: cannot read %s\n", command.c_str(), options.get("input").c_str());
+  return nullptr;
 }
 
 bool readTextLine(std::istream& in, std::string& line, bool first) {

@@ -2,6 +2,7 @@
 #define VORELIN_TOOLS_TOOLCONFIG_H
 
 #include <cstddef>
+#include <fstream>
 #include <functional>
 #include <istream>
 #include <map>
@@ -39,6 +40,14 @@ class ToolOptions {
   const CommandLine& m_cl;
   std::map<std::string, std::string> m_file;
 };
+
+// The model configuration of --config, else the shipped UTF-8 model's;
+// empty (with a message naming `command`) when there is none.
+std::string configOrDefault(const ToolOptions& options, const std::string& command);
+
+// Standard input, or the file of --input opened into `file`; null (with a
+// message naming `command`) when the file cannot be read.
+std::istream* openInput(const ToolOptions& options, std::ifstream& file, const std::string& command);
 
 // Reads the next line without its line feed, carriage return or (on the
 // first line) UTF-8 byte order mark.

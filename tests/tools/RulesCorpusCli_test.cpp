@@ -15,10 +15,7 @@ namespace {
 const std::string kRules = VORELIN_SOURCE_DIR "/models/rules/complaints.xml";
 
 CommandRun run(const std::string& args, const std::string& input = "", bool withStderr = false) {
-  TempDir dir;
-  writeFile(dir.file("stdin"), input);
-  return vortm::testing::runCommand(std::string(VORELIN_CLI) + " " + args + " < " + dir.file("stdin") +
-                                    (withStderr ? " 2>&1" : " 2>/dev/null"));
+  return vortm::testing::runWithInput(std::string(VORELIN_CLI) + " " + args, input, withStderr);
 }
 
 std::vector<std::string> lines(const std::string& text) { return vortm::testing::splitLines(text); }

@@ -139,6 +139,19 @@ inline std::string nestedConfig(unsigned int depth) {
   return open + "x" + close;
 }
 
+// Runs a command with `input` on its standard input; standard error is
+// dropped unless asked for.
+inline CommandRun runWithInput(const std::string& command, const std::string& input, bool withStderr) {
+  char tmpl[] = "/tmp/vorelin_stdin_XXXXXX";
+  int fd = mkstemp(tmpl);
+  if (fd < 0) return CommandRun{-1, ""};
+  close(fd);
+  writeFile(tmpl, input);
+  CommandRun run = runCommand(command + " < " + tmpl + (withStderr ? " 2>&1" : " 2>/dev/null"));
+  std::remove(tmpl);
+  return run;
+}
+
 // UTF-8 text converted to GBK, for the tests that compare both encodings.
 inline std::string toGbk(const std::string& utf8) {
   iconv_t cd = iconv_open("GBK", "UTF-8");

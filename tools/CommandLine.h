@@ -83,6 +83,8 @@ int runDict(int argc, char** argv);
 int runEval(int argc, char** argv);
 int runLexicon(int argc, char** argv);
 int runLabels(int argc, char** argv);
+int runRules(int argc, char** argv);
+int runCorpus(int argc, char** argv);
 int runTrain(int argc, char** argv);
 int runModel(int argc, char** argv);
 

@@ -21,6 +21,8 @@ const char* kMainUsage =
     "  labels     show the opinion labels a model extracts from texts\n"
     "  train      train a centroid model from labelled texts\n"
     "  model      inspect a saved vocabulary or centroid\n"
+    "  rules      put texts in classes by a keyword rule file\n"
+    "  corpus     label unlabelled texts by the lexicon, for training\n"
     "\n"
     "Run 'vorelin COMMAND --help' for the options of a command;\n"
     "'vorelin --version' prints the version.\n";
@@ -48,6 +50,8 @@ int main(int argc, char** argv) {
   if (command == "eval") return runEval(argc, argv);
   if (command == "lexicon") return runLexicon(argc, argv);
   if (command == "labels") return runLabels(argc, argv);
+  if (command == "rules") return runRules(argc, argv);
+  if (command == "corpus") return runCorpus(argc, argv);
   if (command == "train") return runTrain(argc, argv);
   if (command == "model") return runModel(argc, argv);
   std::fprintf(stderr, "vorelin: unknown command '%s'\n\n%s", command.c_str(), kMainUsage);

@@ -16,11 +16,7 @@ namespace {
 // Runs the program with a shell command line; standard error is dropped
 // unless asked for.
 CommandRun vorelin(const std::string& args, const std::string& input = "", bool withStderr = false) {
-  TempDir dir;
-  std::string in = dir.file("stdin");
-  writeFile(in, input);
-  return vortm::testing::runCommand(std::string(VORELIN_CLI) + " " + args + " < " + in +
-                                    (withStderr ? " 2>&1" : " 2>/dev/null"));
+  return vortm::testing::runWithInput(std::string(VORELIN_CLI) + " " + args, input, withStderr);
 }
 
 std::vector<std::string> lines(const std::string& text) { return vortm::testing::splitLines(text); }

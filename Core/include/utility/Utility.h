@@ -2,6 +2,7 @@
 #define VORTM_UTILITY_UTILITY_H
 
 #include <cstdint>
+#include <map>
 #include <set>
 #include <string>
 #include <utility>
@@ -58,6 +59,10 @@ class Utility {
   // Base64 with "\r\n" after every 76 output characters, and its reverse.
   static std::string encrypt(const std::string& plain);
   static std::string decrypt(const std::string& coded);
+
+  // Reads a "key = value" file into `values` (see BasicKeyValueParser for the
+  // format). On failure logs the file and the line at fault, and answers false.
+  static bool parseConfigFile(const std::string& path, std::map<std::string, std::string>& values);
 };
 
 }  // namespace utility

@@ -210,5 +210,11 @@ TEST(VocabularyTest, ExcludeFilterAndBuild) {
   EXPECT_EQ(built.getWordInfos()[0].word, "movie");
   StdoutCapture capture;
   EXPECT_FALSE(built.build(common::AutoPtr<trainset::DocReader>(), dir.file("absent.xml"), nullptr));
-  EXPECT_EQ(capture.lines(), std::vector<std::string>({"Failed to Parse Params", "Failed to init text analyzer"}));
+  // The reader's own warning with the reason comes first.
+  std::vector<std::string> lines = capture.lines();
+  ASSERT_EQ(lines.size(), 3u);
+  EXPECT_TRUE(isLogRecord(lines[0], "Warn", "101",
+                          "Unable to Read Config File " + dir.file("absent.xml") + ": No such file or directory"));
+  EXPECT_EQ(std::vector<std::string>(lines.begin() + 1, lines.end()),
+            std::vector<std::string>({"Failed to Parse Params", "Failed to init text analyzer"}));
 }

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <map>
+#include <thread>
 
 #include "TestSupport.h"
 #include "TokenStreams.h"
@@ -169,4 +170,46 @@ TEST(ComplexMaxMatchTokenizerTest, LookAheadThroughAnalyzerAndConfig) {
   EXPECT_TRUE(
       isLogRecord(capture.lines()[4], "Warn", "101", "Unable to Load TRIE Dict from File " + dir.file("absent")));
   EXPECT_FALSE(t.getDict());
+}
+
+// Candidate lists are built in storage kept per thread and reused. The cuts
+// must come in the same order as ever, and a warm thread must segment every
+// text as a fresh one does, whatever it segmented before.
+TEST(ComplexMatchTest, ReusedCandidateStorage) {
+  Utf8Complex dict("basicUTF8Lexer");
+  fill(dict, {"a", "ab", "b", "bc", "c"});
+  std::string text = "abc";
+  std::vector<unsigned int> refs(text.size() + 1, 1);
+  std::vector<Utf8Complex::WordChunk> chunks;
+  dict.matchNWordChunk(text.data(), 3, refs.data(), 0, 3, chunks);
+  std::vector<std::string> cuts;
+  for (const auto& chunk : chunks) {
+    std::string cut;
+    for (const MatchWord& w : chunk) cut += w.word + "|";
+    cuts.push_back(cut);
+  }
+  EXPECT_EQ(std::vector<std::string>({"a|b|c|", "a|bc|", "ab|c|"}), cuts);
+
+  Utf8Complex random("basicUTF8Lexer");
+  uint32_t x = 7;
+  auto next = [&x](uint32_t n) {
+    x = x * 1103515245u + 12345u;
+    return (x >> 16) % n;
+  };
+  auto randomWord = [&](uint32_t maxLength) {
+    std::string w;
+    for (uint32_t k = 1 + next(maxLength); k > 0; --k) w += static_cast<char>('a' + next(4));
+    return w;
+  };
+  for (int k = 0; k < 60; ++k) random.insert(randomWord(4), 0x0206);
+  std::vector<std::string> texts;
+  for (int k = 0; k < 40; ++k) texts.push_back(randomWord(30));
+  std::vector<Stream> warm;
+  for (const std::string& t : texts) warm.push_back(matchText(random, "basicUTF8Lexer", t));
+  for (size_t k = 0; k < texts.size(); ++k) {
+    Stream cold;
+    std::thread([&] { cold = matchText(random, "basicUTF8Lexer", texts[k]); }).join();
+    EXPECT_EQ(cold, warm[k]) << texts[k];
+    EXPECT_EQ(warm[k], matchText(random, "basicUTF8Lexer", texts[k])) << texts[k];
+  }
 }

@@ -45,9 +45,10 @@ class ComplexMatchTrieDict : public TrieDict<CHAR> {
     unsigned int pending = 0;
     unsigned int i = 0;
     MatchWord previous;
-    std::vector<WordChunk> nWordChunks;
+    Scratch& scratch = threadScratch();
+    std::vector<WordChunk>& nWordChunks = scratch.candidates;
     while (i < length) {
-      nWordChunks.clear();
+      scratch.recycle();
       matchNWordChunk(text, length, pForwardRefBuf, i, 3, nWordChunks);
       VOR_ASSERT(nWordChunks.size() > 0);
       unsigned int picked = pickOptimizationWordChunk(nWordChunks, previous);
@@ -64,6 +65,7 @@ class ComplexMatchTrieDict : public TrieDict<CHAR> {
       i += word.byteLength;
       previous = word;
     }
+    scratch.recycle();
     if (pending < length) TrieDict<CHAR>::writeSpan(out, text, pending, length, base);
     return true;
   }
@@ -207,23 +209,52 @@ class ComplexMatchTrieDict : public TrieDict<CHAR> {
     return w;
   }
 
+  // Candidate lists are rebuilt at every position of every text; their
+  // storage is kept per thread so that, once warm, segmenting allocates
+  // nothing. `candidates` is match()'s list, `spare` the emptied chunks.
+  struct Scratch {
+    std::vector<WordChunk> candidates;
+    std::vector<WordChunk> spare;
+
+    void recycle() {
+      for (WordChunk& chunk : candidates) {
+        chunk.clear();
+        spare.push_back(std::move(chunk));
+      }
+      candidates.clear();
+    }
+
+    WordChunk take() {
+      if (spare.empty()) {
+        WordChunk chunk;
+        chunk.reserve(3);
+        return chunk;
+      }
+      WordChunk chunk(std::move(spare.back()));
+      spare.pop_back();
+      return chunk;
+    }
+  };
+
+  static Scratch& threadScratch() {
+    thread_local Scratch scratch;
+    return scratch;
+  }
+
   // One chunk per cut of the text behind `word`, which ends at `next`, or
-  // the word alone when nothing follows it within the look-ahead.
+  // the word alone when nothing follows it within the look-ahead. The cuts
+  // behind are appended in place and the word put in front of each, which
+  // keeps their order and saves a list per level.
   void appendChunks(const MatchWord& word, unsigned int next, const char* text, unsigned int length,
                     unsigned int* pForwardRefBuf, unsigned int n, std::vector<WordChunk>& chunks) {
-    std::vector<WordChunk> rest;
-    matchNWordChunk(text, length, pForwardRefBuf, next, n - 1, rest);
-    if (rest.empty()) {
-      chunks.push_back(WordChunk(1, word));
+    size_t start = chunks.size();
+    matchNWordChunk(text, length, pForwardRefBuf, next, n - 1, chunks);
+    if (chunks.size() == start) {
+      chunks.push_back(threadScratch().take());
+      chunks.back().push_back(word);
       return;
     }
-    for (WordChunk& tail : rest) {
-      chunks.push_back(WordChunk());
-      WordChunk& chunk = chunks.back();
-      chunk.reserve(tail.size() + 1);
-      chunk.push_back(word);
-      for (MatchWord& w : tail) chunk.push_back(std::move(w));
-    }
+    for (size_t k = start; k < chunks.size(); ++k) chunks[k].insert(chunks[k].begin(), word);
   }
 };
 

@@ -56,6 +56,7 @@ int runDict(int argc, char** argv);
 int runEval(int argc, char** argv);
 int runTrain(int argc, char** argv);
 int runModel(int argc, char** argv);
+int runLexicon(int argc, char** argv);
 
 }  // namespace cli
 }  // namespace vorelin

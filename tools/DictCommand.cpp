@@ -1,14 +1,12 @@
 // vorelin dict build|lookup: compile word lists into a saved trie dictionary,
 // and look words up in one.
-#include <errno.h>
-#include <iconv.h>
-
 #include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "CommandLine.h"
+#include "GbkConverter.h"
 #include "TokenNames.h"
 #include "WordList.h"
 #include "analyzer/TrieDict.h"
@@ -29,30 +27,6 @@ const char* kHelp =
     "        starting defaults (CH_WORD and PLAIN). List format: see README.\n"
     "lookup  prints each WORD (UTF-8) with its stored type and tag, or 'absent'.\n";
 
-// Converts UTF-8 to GBK; false for a word with a character GBK lacks.
-class GbkConverter {
- public:
-  GbkConverter() : m_cd(iconv_open("GBK", "UTF-8")) {}
-  ~GbkConverter() {
-    if (m_cd != reinterpret_cast<iconv_t>(-1)) iconv_close(m_cd);
-  }
-  bool ok() const { return m_cd != reinterpret_cast<iconv_t>(-1); }
-  bool convert(const std::string& in, std::string& out) {
-    iconv(m_cd, nullptr, nullptr, nullptr, nullptr);
-    std::vector<char> buffer(in.size() * 2 + 8);
-    char* src = const_cast<char*>(in.data());
-    size_t srcLeft = in.size();
-    char* dst = buffer.data();
-    size_t dstLeft = buffer.size();
-    if (iconv(m_cd, &src, &srcLeft, &dst, &dstLeft) == static_cast<size_t>(-1)) return false;
-    out.assign(buffer.data(), buffer.size() - dstLeft);
-    return true;
-  }
-
- private:
-  iconv_t m_cd;
-};
-
 // Both trie widths behind one face.
 class AnyDict {
  public:
@@ -71,18 +45,6 @@ class AnyDict {
   std::unique_ptr<vortm::analyzer::TrieDict<unsigned short> > m_short;
   std::unique_ptr<vortm::analyzer::TrieDict<unsigned int> > m_int;
 };
-
-bool parseEncoding(const std::string& value, bool& gbk) {
-  if (value == "utf-8" || value == "utf8" || value == "UTF-8" || value == "UTF8") {
-    gbk = false;
-    return true;
-  }
-  if (value == "gbk" || value == "GBK" || value == "gb2312" || value == "GB2312") {
-    gbk = true;
-    return true;
-  }
-  return false;
-}
 
 int build(const CommandLine& cl) {
   bool gbk = false;

@@ -28,13 +28,16 @@ bool readWordList(const std::string& path, int defaultType, int defaultTag, std:
   }
   int type = defaultType;
   int tag = defaultTag;
+  bool blanks = false;
   std::string line;
   int number = 0;
   while (nextTextLine(in, line, number)) {
     const std::string where = path + ":" + std::to_string(number) + ": ";
     if (line.compare(0, 2, "#!") == 0) {
       std::vector<std::string> f = fields(line.substr(2));
-      bool ok = f.size() == 2 && ((f[0] == "type" && parseType(f[1], type)) || (f[0] == "tag" && parseTag(f[1], tag)));
+      bool ok = f.size() == 2 && ((f[0] == "type" && parseType(f[1], type)) || (f[0] == "tag" && parseTag(f[1], tag)) ||
+                                  (f[0] == "blanks" && (f[1] == "on" || f[1] == "off")));
+      if (ok && f[0] == "blanks") blanks = f[1] == "on";
       if (!ok) {
         error = where + "malformed directive '" + line + "'";
         return false;
@@ -44,7 +47,7 @@ bool readWordList(const std::string& path, int defaultType, int defaultTag, std:
     if (line.empty() || line[0] == '#') continue;
     std::vector<std::string> f = fields(line);
     if (f.empty()) continue;
-    WordEntry entry{f[0], type, tag, number};
+    WordEntry entry{blanks ? " " + f[0] + " " : f[0], type, tag, number};
     int t = 0, g = 0;
     // Two fields that read as a type and a tag set them; anything else behind
     // the word (a jieba frequency and part of speech) is ignored.

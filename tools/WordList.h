@@ -21,6 +21,10 @@ struct WordEntry {
 //                           are ignored, the defaults apply
 //   #! type TYPE            sets the default type for the lines below
 //   #! tag TAG              sets the default tag for the lines below
+//   #! blanks on|off        with on, the words below are stored with a blank
+//                           before and after them: a dictionary in front of
+//                           the English tokenizer then matches whole words
+//                           only, never the inside of a longer word
 //   # ...                   a comment; blank lines are skipped
 // A UTF-8 byte-order mark and CRLF line ends are accepted. The defaults
 // start as given by the caller. False with a message on an unreadable file

@@ -19,6 +19,7 @@ const char* kMainUsage =
     "  eval       report a model's accuracy on labelled texts\n"
     "  train      train a centroid model from labelled texts\n"
     "  model      inspect a saved vocabulary or centroid\n"
+    "  lexicon    build a weighted lexicon from word lists, or dump one\n"
     "\n"
     "Run 'vorelin COMMAND --help' for the options of a command.\n";
 
@@ -41,6 +42,7 @@ int main(int argc, char** argv) {
   if (command == "eval") return runEval(argc, argv);
   if (command == "train") return runTrain(argc, argv);
   if (command == "model") return runModel(argc, argv);
+  if (command == "lexicon") return runLexicon(argc, argv);
   std::fprintf(stderr, "vorelin: unknown command '%s'\n\n%s", command.c_str(), kMainUsage);
   return kUsage;
 }

@@ -29,6 +29,10 @@ class StandardLexcionSentiScorer : public ILexcionSentiScorer {
 
   static const std::string PARAM_POSITION_WEIGHTER;
 
+  // Factor of a degree word (tags 10 to 14) or negation (15); false for any
+  // other tag. Shared by the lexicon scorers.
+  static bool degreeFactor(int tag, double& factor);
+
  protected:
   common::AutoPtr<IPositionWeighter> m_positionWeighterPtr;
 };

@@ -20,6 +20,8 @@
 #include "application/SentiLexcionSentiClassifier.h"
 #include "modular/StandardDocVectorBuilder.h"
 #include "modular/StandardLexcionSentiScorer.h"
+#include "modular/TargetAwareLexcionSentiScorers.h"
+#include "modular/WeightedLexcionSentiScorer.h"
 #include "common/InstanceCreator.h"
 #include "common/Singleton.h"
 
@@ -54,6 +56,10 @@ void gfn_creatorRegister() {
   build<analyzer::UTF8CharacterLexerCreator>();
   build<modular::StandardDocVectorBuilderCreator>();
   build<modular::StandardLexcionSentiScorerCreator>();
+  build<modular::WeightedLexcionSentiScorerCreator>();
+  // The standard target-aware scorer has a creator too, but nothing builds
+  // it here: only a host that constructs that creator can name it.
+  build<modular::TargetAwareWeightedLexcionSentiScorerCreator>();
   build<application::CombineSentiClassifierCreator>();
   build<application::SentiLexcionSentiClassifierCreator>();
   build<application::CentroidSentiClassifierCreator>();

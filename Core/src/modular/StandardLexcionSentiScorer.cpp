@@ -35,8 +35,9 @@ bool polarityOf(int tag, double& value) {
   }
 }
 
-// Factor of a degree word or negation by its tag; false for any other tag.
-bool degreeOf(int tag, double& factor) {
+}  // namespace
+
+bool StandardLexcionSentiScorer::degreeFactor(int tag, double& factor) {
   switch (tag) {
     case Token::TG_DEGREE_10:
       factor = 1.5;
@@ -60,8 +61,6 @@ bool degreeOf(int tag, double& factor) {
       return false;
   }
 }
-
-}  // namespace
 
 StandardLexcionSentiScorer::StandardLexcionSentiScorer() {}
 
@@ -101,7 +100,7 @@ bool StandardLexcionSentiScorer::getSentiScore(std::vector<Token>& tokens, doubl
     // Only the immediate neighbours count, and the previous one wins even
     // when its factor is neutral.
     double degree = 1.0;
-    if (!degreeOf(prevTag, degree) && !degreeOf(nextTag, degree)) degree = 1.0;
+    if (!degreeFactor(prevTag, degree) && !degreeFactor(nextTag, degree)) degree = 1.0;
 
     if (tag == Token::TG_POSITIVE || tag == Token::TG_NEGATIVE) {
       value *= degree;

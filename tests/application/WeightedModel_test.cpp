@@ -1,0 +1,61 @@
+// The shipped weighted model through the exported functions, in both
+// encodings.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "TestSupport.h"
+#include "vorelin.h"
+
+using vortm::testing::StdoutCapture;
+using vortm::testing::toGbk;
+
+namespace {
+
+std::vector<double> scoreAll(const std::string& config, const std::vector<std::string>& texts, bool gbk) {
+  std::vector<double> scores;
+  void* handle = nullptr;
+  StdoutCapture quiet;
+  EXPECT_EQ(1, Senti_Classifier_Init(config.c_str(), &handle)) << config;
+  if (!handle) return scores;
+  for (const auto& t : texts) {
+    double score = 99.0;
+    EXPECT_EQ(1, Senti_Classify_Perform(handle, (gbk ? toGbk(t) : t).c_str(), &score)) << t;
+    scores.push_back(score);
+  }
+  EXPECT_EQ(1, Senti_Classifier_Exit(handle));
+  return scores;
+}
+
+}  // namespace
+
+TEST(WeightedModelTest, ScoresAlikeInUtf8AndGbk) {
+  const std::string dir = VORELIN_WEIGHTED_MODEL_DIR;
+  // Sign expected: +1, -1, or 0 for no opinion at all.
+  const std::vector<std::pair<std::string, int> > cases = {
+      {"质量很好，非常满意", 1},
+      {"太差了，再也不会买了", -1},
+      {"价格便宜，但是质量太差", -1},
+      {"服务态度缺乏热情", 0},  // "lack" cancels the positive word beside it
+      {"一点都不好", -1},
+      {"a gorgeous , witty and moving film", 1},
+      {"a dull , lifeless mess", -1},
+      {"the cast is fine , but the script is a disaster", -1},
+      {"the film is not good", -1},
+      {"今天星期二", 0},
+  };
+  std::vector<std::string> texts;
+  for (const auto& c : cases) texts.push_back(c.first);
+  const std::vector<double> utf8 = scoreAll(dir + "/weighted_utf8.xml", texts, false);
+  const std::vector<double> gbk = scoreAll(dir + "/weighted_gbk.xml", texts, true);
+  ASSERT_EQ(texts.size(), utf8.size());
+  EXPECT_EQ(utf8, gbk);
+  for (size_t i = 0; i < cases.size(); ++i) {
+    const double s = utf8[i];
+    const int sign = s > 1e-9 ? 1 : (s < -1e-9 ? -1 : 0);
+    EXPECT_EQ(cases[i].second, sign) << cases[i].first << " scored " << s;
+    EXPECT_LE(std::abs(s), 1.0) << cases[i].first;
+  }
+}

@@ -1,0 +1,197 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "TestSupport.h"
+#include "TokenBuilder.h"
+#include "modular/WeightedLexcionSentiScorer.h"
+#include "utility/BufferedFileReader.h"
+#include "utility/BufferedFileWriter.h"
+
+using namespace vortm;
+using namespace vortm::testing;
+using analyzer::Token;
+using modular::WeightedLexcionSentiScorer;
+using Lexicon = WeightedLexcionSentiScorer::WeightedSentiLexcion;
+
+namespace {
+
+void saveLexicon(const std::string& path, const std::vector<std::pair<std::string, double> >& entries) {
+  Lexicon lexicon;
+  for (const auto& e : entries) lexicon.m_weights[e.first] = e.second;
+  utility::BufferedFileWriter writer(path, true);
+  ASSERT_TRUE(lexicon.writeSelf(writer));
+  ASSERT_TRUE(writer.close());
+}
+
+// A scorer over a small lexicon (g 2.0, w 0.01, n -0.6, p 0.4) and one word
+// in each restriction list: q after-only, b before-only, r negative-only,
+// s positive-only, l negation sentiment word.
+class WeightedScorerTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    saveLexicon(m_dir.file("w.lex"), {{"g", 2.0}, {"w", 0.01}, {"n", -0.6}, {"p", 0.4}});
+    const char* lists[][2] = {{"after_only_degree_words_file", "q"}, {"before_only_degree_words_file", "b"},
+                              {"negative_only_degree_words_file", "r"}, {"positive_only_degree_words_file", "s"},
+                              {"negation_senti_words_file", "l"}};
+    std::string xml = "<weighted_lexcion_file>" + m_dir.file("w.lex") + "</weighted_lexcion_file>";
+    for (const auto& list : lists) {
+      const std::string key = list[0];
+      writeFile(m_dir.file(key), std::string(list[1]) + "\n");
+      xml += "<" + key + ">" + m_dir.file(key) + "</" + key + ">";
+    }
+    StdoutCapture quiet;
+    ASSERT_TRUE(m_scorer.config(*parseParam(xml)));
+  }
+
+  double score(const std::string& items) {
+    std::vector<Token> tokens = toks(items);
+    double s = 99.0;
+    EXPECT_TRUE(m_scorer.getSentiScore(tokens, s)) << items;
+    return s;
+  }
+
+  TempDir m_dir;
+  WeightedLexcionSentiScorer m_scorer;
+};
+
+}  // namespace
+
+TEST_F(WeightedScorerTest, DegreeWordRestrictions) {
+  // previous / current / next -> boost
+  const std::pair<const char*, double> cases[] = {
+      // Plain neighbours; the previous one wins even when neutral.
+      {"x a/6 x", 1.0}, {"x/10 a/6 x", 1.5}, {"x a/6 x/13", 0.5}, {"x/12 a/6 x/10", 1.0},
+      {"x/15 a/6 x", -0.25}, {"x/14 a/6 x", 0.0}, {"x a/6 x/15", -0.25},
+      // An after-only negation cannot act forwards, and the next word decides.
+      {"q/15 a/6 x", 1.0}, {"q/15 a/6 x/10", 1.5}, {"q/14 a/7 x/11", 1.2}, {"q/10 a/6 x", 1.5},
+      // A before-only negation cannot act backwards; degree tags ignore the list.
+      {"x a/6 b/15", 1.0}, {"x a/6 b/14", 1.0}, {"x a/6 b/10", 1.5}, {"b/15 a/6 x", -0.25},
+      // Negative-only words skip positive words, positive-only words skip negative ones.
+      {"r/10 a/6 x", 1.0}, {"r/10 a/6 x/13", 0.5}, {"x a/6 r/10", 1.0}, {"r/10 a/7 x", 1.5},
+      {"s/11 a/7 x", 1.0}, {"x a/7 s/11", 1.0}, {"s/11 a/6 x", 1.2}, {"r/10 a/9 x", 1.5},
+      // A negation sentiment word cancels a strong positive word only.
+      {"l a/6 x", 0.0}, {"x a/6 l", 0.0}, {"l/10 a/6 x", 0.0}, {"l a/7 x", 1.0}, {"l a/9 x", 1.0},
+  };
+  for (const auto& c : cases) {
+    std::vector<Token> t = toks(c.first);
+    EXPECT_DOUBLE_EQ(c.second, m_scorer.getBoost(t[0], t[1], t[2])) << c.first;
+  }
+}
+
+TEST_F(WeightedScorerTest, ValuesAndScaling) {
+  // D = countable words x 0.125 + 3 + A; halved when A / D < 0.15. One-letter
+  // terms are not countable, longer English words are.
+  std::string longText = "a/6";
+  for (int i = 0; i < 20; ++i) longText += " ab";
+  const std::pair<std::string, double> cases[] = {
+      {"", 0.0}, {"x x/10", 0.0},
+      {"a/6", 0.25}, {"a/7", -0.25}, {"a/9", 0.25 / 3.25 * 0.5}, {"a/8", -0.25 / 3.25 * 0.5},
+      {"ab/6 cd ef", 1.0 / 4.375},
+      // 20 countable words: A / D = 1 / 6.5 stays above 0.15; 22 tip it under.
+      {longText, 1.0 / 6.5}, {longText + " ab ab", 1.0 / 6.75 * 0.5},
+      // The lexicon sharpens a strong word but never turns its sign.
+      {"g/6", 2.0 / 5.0}, {"g/7", -0.25}, {"n/6", 0.25}, {"n/7", -0.6 / 3.6}, {"p/6", 0.4 / 3.4 * 0.5},
+      // Tags 20 and 22 take the lexicon weight or nothing; weak tags ignore it.
+      {"x/10 n/20", -0.9 / 3.9}, {"n/22", -0.6 / 3.6}, {"x/20", 0.0}, {"g/9", 0.25 / 3.25 * 0.5},
+      // At 0.01 a word is too weak for a boost.
+      {"x/15 w/6", 0.01 / 3.01 * 0.5},
+      // Weak words: divided by a strengthening degree, deaf to a negation.
+      {"x/10 a/8", -(0.25 / 1.5) / (3.0 + 0.25 / 1.5) * 0.5}, {"x/15 a/8", -0.25 / 3.25 * 0.5},
+      // A negated negative word turns positive at a quarter; mixed words partly cancel.
+      {"x/15 a/7", 0.25 / 3.25 * 0.5}, {"a/6 x a/7 x a/6", 1.0 / 6.0},
+      // Position weights multiply in: the but-clause counts double.
+      {"a/7 , x/but a/6", 1.0 / 6.0},
+  };
+  for (const auto& c : cases) EXPECT_DOUBLE_EQ(c.second, score(c.first)) << c.first;
+}
+
+TEST(WeightedLexiconTest, RoundTripAndHostileFiles) {
+  TempDir dir;
+  const std::string path = dir.file("w.lex");
+  saveLexicon(path, {{"好", 1.25}, {"bad", -0.5}, {"", 0.0}});
+  WeightedLexcionSentiScorer scorer;
+  ASSERT_TRUE(scorer.loadWeightedLexcion(path));
+  const std::map<std::string, double> expected = {{"好", 1.25}, {"bad", -0.5}, {"", 0.0}};
+  EXPECT_EQ(expected, scorer.lexcion().m_weights);
+
+  // A repeated word keeps its first weight; a count of 0 is an empty lexicon.
+  {
+    utility::BufferedFileWriter writer(dir.file("dup.lex"), true);
+    writer.writeUint32(2);
+    writer.writeString("a");
+    writer.writeDouble(1.0);
+    writer.writeString("a");
+    writer.writeDouble(2.0);
+    writer.close();
+    utility::BufferedFileWriter empty(dir.file("empty.lex"), true);
+    empty.writeUint32(0);
+    empty.close();
+  }
+  WeightedLexcionSentiScorer dup;
+  ASSERT_TRUE(dup.loadWeightedLexcion(dir.file("dup.lex")));
+  EXPECT_EQ((std::map<std::string, double>{{"a", 1.0}}), dup.lexcion().m_weights);
+  WeightedLexcionSentiScorer empty;
+  EXPECT_TRUE(empty.loadWeightedLexcion(dir.file("empty.lex")));
+  EXPECT_TRUE(empty.lexcion().m_weights.empty());
+
+  // Every proper prefix of a saved lexicon fails to load, as does a forged count.
+  const std::string bytes = readFile(path);
+  for (size_t cut = 0; cut < bytes.size(); ++cut) {
+    writeFile(dir.file("cut.lex"), bytes.substr(0, cut));
+    WeightedLexcionSentiScorer cutScorer;
+    StdoutCapture quiet;
+    EXPECT_FALSE(cutScorer.loadWeightedLexcion(dir.file("cut.lex"))) << cut;
+  }
+  std::string forged = bytes;
+  forged[0] = '\x7f';
+  writeFile(dir.file("forged.lex"), forged);
+  WeightedLexcionSentiScorer forgedScorer;
+  EXPECT_FALSE(forgedScorer.loadWeightedLexcion(dir.file("forged.lex")));
+}
+
+TEST(WeightedLexiconTest, ConfigFailuresAndOptionalLists) {
+  TempDir dir;
+  const auto configure = [](const std::string& xml, std::vector<std::string>& log) {
+    WeightedLexcionSentiScorer scorer;
+    StdoutCapture capture;
+    const bool ok = scorer.config(*parseParam(xml));
+    log = capture.lines();
+    return ok;
+  };
+  std::vector<std::string> log;
+  // The lexicon is required: no key fails like an empty path.
+  EXPECT_FALSE(configure("<position_weighter><but_conj_boost type=\"float\">2.0</but_conj_boost>"
+                         "</position_weighter>",
+                         log));
+  ASSERT_EQ(1u, log.size());
+  EXPECT_TRUE(isLogRecord(log[0], "Warn", "101", "Failed to Load Weighted Sentiment Lexcion from File "));
+
+  const std::string missing = dir.file("missing.lex");
+  EXPECT_FALSE(configure("<weighted_lexcion_file>" + missing + "</weighted_lexcion_file>", log));
+  ASSERT_EQ(2u, log.size());
+  EXPECT_TRUE(isLogRecord(log[0], "Warn", "101",
+                          "Fail to Open File " + missing + " for Loading Weighted Sentiment Lexcion"));
+  EXPECT_TRUE(isLogRecord(log[1], "Warn", "101", "Failed to Load Weighted Sentiment Lexcion from File " + missing));
+
+  writeFile(dir.file("short.lex"), std::string("\0\0\0\5", 4));
+  EXPECT_FALSE(configure("<weighted_lexcion_file>" + dir.file("short.lex") + "</weighted_lexcion_file>", log));
+  ASSERT_EQ(1u, log.size());
+  EXPECT_TRUE(isLogRecord(log[0], "Warn", "101",
+                          "Failed to Load Weighted Sentiment Lexcion from File " + dir.file("short.lex")));
+
+  // Word lists that cannot be read are no failure, and without a
+  // position_weighter element the scorer still weighs with the defaults.
+  saveLexicon(dir.file("ok.lex"), {});
+  WeightedLexcionSentiScorer scorer;
+  StdoutCapture quiet;
+  ASSERT_TRUE(scorer.config(*parseParam("<weighted_lexcion_file>" + dir.file("ok.lex") +
+                                        "</weighted_lexcion_file><negation_senti_words_file>" +
+                                        dir.file("none.txt") + "</negation_senti_words_file>")));
+  std::vector<Token> tokens = toks("a/7 , x/but a/6");
+  double s = 0.0;
+  ASSERT_TRUE(scorer.getSentiScore(tokens, s));
+  EXPECT_DOUBLE_EQ(1.0 / 6.0, s);
+}

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "CommandLine.h"
+#include "TargetClassify.h"
 #include "ModelPaths.h"
 #include "vorelin.h"
 
@@ -34,7 +35,8 @@ const char* kHelp =
     "  --threads N     classify on one handle from N threads (default 1)\n"
     "  --format F      tsv or jsonl\n"
     "  --input FILE    read texts from FILE, one per line\n"
-    "  --quiet         drop the library's log records (otherwise on stderr)\n";
+    "  --quiet         drop the library's log records (otherwise on stderr)\n"
+    "  --target WORD   score with regard to WORD (see classify --target x --help)\n";
 
 std::string jsonEscape(const std::string& s) {
   std::string out;
@@ -127,6 +129,7 @@ class Progress {
 }  // namespace
 
 int runClassify(int argc, char** argv) {
+  if (wantsTargets(argc, argv)) return runTargetClassify(argc, argv);
   CommandLine cl({"config", "encoding", "threads", "format", "input"}, {"quiet", "help"});
   if (!cl.parse(argc, argv, 2)) return usageError("classify", cl.error());
   if (cl.has("help")) {

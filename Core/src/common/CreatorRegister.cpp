@@ -19,6 +19,7 @@
 #include "application/CombineSentiClassifier.h"
 #include "application/SentiLexcionSentiClassifier.h"
 #include "modular/StandardDocVectorBuilder.h"
+#include "modular/WordVecDocVectorBuilders.h"
 #include "modular/StandardLexcionSentiScorer.h"
 #include "modular/TargetAwareLexcionSentiScorers.h"
 #include "modular/WeightedLexcionSentiScorer.h"
@@ -55,6 +56,8 @@ void gfn_creatorRegister() {
   build<analyzer::GBKCharacterLexerCreator>();
   build<analyzer::UTF8CharacterLexerCreator>();
   build<modular::StandardDocVectorBuilderCreator>();
+  build<modular::WordVecDocVectorBuilderCreator>();
+  build<modular::WordExpandDocVectorBuilderCreator>();
   build<modular::StandardLexcionSentiScorerCreator>();
   build<modular::WeightedLexcionSentiScorerCreator>();
   // The standard target-aware scorer has a creator too, but nothing builds

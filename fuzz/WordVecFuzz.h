@@ -21,12 +21,12 @@ inline void fuzzWordFileBuilder(const std::string& identifier, const std::string
                                 size_t size, utility::MySparseVector<double, int>& vector, bool& configured) {
   static bool once = (silenceOutput(), true);
   (void)once;
-  static const char* const kWords[] = {"a", "b", "c", "good", "bad", "\xE5\xA5\xBD"};
+  static const char* const kWords[] = {"aaa", "bbb", "ccc", "good", "bad", "\xE5\xA5\xBD"};
   static const TempFile vocabularyFile(identifier + "_vocabulary"), input(identifier + "_input");
   static common::AutoPtr<configure::Parameter> root = [&] {
     modular::Vocabulary vocabulary;
-    for (const char* w : kWords) vocabulary.addUserWord(w, 1, 1);
-    vocabulary.setDocCount(4);
+    for (const char* w : kWords) vocabulary.addUserWord(w, 30, 40);
+    vocabulary.setDocCount(100);
     FUZZ_CHECK(vocabulary.writeTo(vocabularyFile.path));
     common::AutoPtr<configure::Parameter> parsed;
     configure::BasicParamParser parser;

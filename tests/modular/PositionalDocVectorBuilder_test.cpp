@@ -39,8 +39,9 @@ class PositionalBuilderTest : public ::testing::Test {
  protected:
   void SetUp() override {
     modular::Vocabulary vocabulary;
-    for (const char* w : {"not", "good", "bad", "food", "service"}) vocabulary.addUserWord(w, 1, 1);
-    vocabulary.setDocCount(10);
+    // English words need a df above 24 to be saved.
+    for (const char* w : {"not", "good", "bad", "food", "service"}) vocabulary.addUserWord(w, 30, 30);
+    vocabulary.setDocCount(100);
     ASSERT_TRUE(vocabulary.writeTo(m_dir.file("v")));
     m_param = parseParam("<p><vocabulary_file>" + m_dir.file("v") +
                          "</vocabulary_file><word_weighting_method>bool</word_weighting_method>"

@@ -19,6 +19,8 @@ using utility::MySparseVector;
 
 namespace {
 
+std::string rel(int i) { return std::string("rel") + static_cast<char>('a' + i); }
+
 std::string joined(const StdoutCapture& capture) {
   std::string all;
   for (const std::string& line : capture.lines()) all += line + "\n";
@@ -28,9 +30,10 @@ std::string joined(const StdoutCapture& capture) {
 class WordVecTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    for (int i = 0; i < 20; ++i) m_vocabulary.addUserWord("w" + std::to_string(i), 1, 1);
-    for (const char* w : {"a", "b", "c", "d"}) m_vocabulary.addUserWord(w, 1, 1);
-    m_vocabulary.setDocCount(10);
+    // English words need three letters and a df above 24 to be saved.
+    for (int i = 0; i < 20; ++i) m_vocabulary.addUserWord(rel(i), 30, 30);
+    for (const char* w : {"aaa", "bbb", "ccc", "ddd"}) m_vocabulary.addUserWord(w, 30, 30);
+    m_vocabulary.setDocCount(100);
     ASSERT_TRUE(m_vocabulary.writeTo(m_dir.file("v")));
   }
 
@@ -68,35 +71,35 @@ TEST_F(WordVecTest, AveragesUnitEmbeddingsOfKnownWords) {
   // skipped, and d's second row replaces its first.
   bool ok = false;
   AutoPtr<IDocVectorBuilder> builder =
-      make("word_vec_doc_vec_builder", "word_vec_file", "5 2\na 1 0\nb 1\nc 3 4\nx 1 1\nd 9 9\nd 0 2\n", &ok);
-  ASSERT_TRUE(ok);
+      make("word_vec_doc_vec_builder", "word_vec_file", "5 2\naaa 1 0\nbbb 1\nccc 3 4\nxxx 1 1\nddd 9 9\nddd 0 2\n", &ok);
+  ASSERT_TRUE(ok) << joined(capture);
   EXPECT_EQ(builder->getFeatureCount(), 2);
   EXPECT_NE(joined(capture).find(" word dim  2"), std::string::npos);
 
   MySparseVector<double, int> v;
-  std::vector<Token> tokens = toks("a c zzz");
+  std::vector<Token> tokens = toks("aaa ccc zzz");
   ASSERT_TRUE(builder->buildDocVec(tokens, v));
   ASSERT_EQ(v.size(), 2);
   EXPECT_DOUBLE_EQ(at(v, 0), (1.0 + 0.6) / 2);
   EXPECT_DOUBLE_EQ(at(v, 1), 0.8 / 2);
 
-  tokens = toks("d");
+  tokens = toks("ddd");
   ASSERT_TRUE(builder->buildDocVec(tokens, v));
   EXPECT_DOUBLE_EQ(at(v, 0), 0.0);
   EXPECT_DOUBLE_EQ(at(v, 1), 1.0);
 
   // Words without an embedding: true and an empty vector.
-  tokens = toks("b w1");
+  tokens = toks("bbb relb");
   ASSERT_TRUE(builder->buildDocVec(tokens, v));
   EXPECT_EQ(v.size(), 0);
 
   // From a Text, the term weights are used as they are.
   modular::Text text;
   text.m_terms.push_back(modular::TextTerm());
-  text.m_terms.back().term = "a";
+  text.m_terms.back().term = "aaa";
   text.m_terms.back().weight = 3.0f;
   text.m_terms.push_back(modular::TextTerm());
-  text.m_terms.back().term = "c";
+  text.m_terms.back().term = "ccc";
   text.m_terms.back().weight = 1.0f;
   ASSERT_TRUE(builder->buildDocVec(text, v));
   EXPECT_DOUBLE_EQ(at(v, 0), (3.0 + 0.6) / 4);
@@ -104,7 +107,7 @@ TEST_F(WordVecTest, AveragesUnitEmbeddingsOfKnownWords) {
 
 TEST_F(WordVecTest, BadVectorFilesFailConfig) {
   StdoutCapture capture;
-  for (const char* content : {"", "3\n", "3 1\na 1\n", "3 x\n", "1 2 3\n", "3 999999999999\n"}) {
+  for (const char* content : {"", "3\n", "3 1\naaa 1\n", "3 x\n", "1 2 3\n", "3 999999999999\n"}) {
     bool ok = true;
     make("word_vec_doc_vec_builder", "word_vec_file", content, &ok);
     EXPECT_FALSE(ok) << content;
@@ -113,10 +116,10 @@ TEST_F(WordVecTest, BadVectorFilesFailConfig) {
   // Unreadable numbers and rows too short for the dimension are skipped.
   bool ok = false;
   AutoPtr<IDocVectorBuilder> builder =
-      make("word_vec_doc_vec_builder", "word_vec_file", "2 3\na 1 nan 2\nb 1 2\nc 0 0 1 7\n", &ok);
+      make("word_vec_doc_vec_builder", "word_vec_file", "2 3\naaa 1 nan 2\nbbb 1 2\nccc 0 0 1 7\n", &ok);
   ASSERT_TRUE(ok);
   MySparseVector<double, int> v;
-  std::vector<Token> tokens = toks("a b c");
+  std::vector<Token> tokens = toks("aaa bbb ccc");
   ASSERT_TRUE(builder->buildDocVec(tokens, v));
   EXPECT_EQ(v.size(), 3);
   EXPECT_DOUBLE_EQ(at(v, 2), 1.0);
@@ -124,40 +127,40 @@ TEST_F(WordVecTest, BadVectorFilesFailConfig) {
 
 TEST_F(WordVecTest, ExpansionLendsADampedShareToRelatedWords) {
   StdoutCapture capture;
-  std::string lib = "a b:0.5;c:0.00001;zz:1;d\nb a:1\nunknown a:1\nc\n";
-  // w0 lists 16 related words; only the first 15 are kept.
-  lib += "w0 ";
-  for (int i = 1; i <= 16; ++i) lib += "w" + std::to_string(i) + ":1" + (i < 16 ? ";" : "\n");
+  std::string lib = "aaa bbb:0.5;ccc:0.00001;zzz:1;ddd\nbbb aaa:1\nunknown aaa:1\nccc\n";
+  // rela lists 16 related words; only the first 15 are kept.
+  lib += "rela ";
+  for (int i = 1; i <= 16; ++i) lib += rel(i) + ":1" + (i < 16 ? ";" : "\n");
   bool ok = false;
   AutoPtr<IDocVectorBuilder> builder = make("word_expand_doc_vec_builder", "word_expand_file", lib, &ok);
   ASSERT_TRUE(ok);
 
   MySparseVector<double, int> v;
-  std::vector<Token> tokens = toks("a");
+  std::vector<Token> tokens = toks("aaa");
   ASSERT_TRUE(builder->buildDocVec(tokens, v));
   // a = 1 and b = 0.2 * 0.5; c's weight of 1e-05 is dropped. Then l2.
   double norm = std::sqrt(1.0 + 0.01);
   EXPECT_EQ(v.size(), 2);
-  EXPECT_DOUBLE_EQ(at(v, "a"), 1.0 / norm);
-  EXPECT_DOUBLE_EQ(at(v, "b"), 0.1 / norm);
+  EXPECT_DOUBLE_EQ(at(v, "aaa"), 1.0 / norm);
+  EXPECT_DOUBLE_EQ(at(v, "bbb"), 0.1 / norm);
 
   // A related word present in the document gets its own weight and its share.
-  tokens = toks("a b");
+  tokens = toks("aaa bbb");
   ASSERT_TRUE(builder->buildDocVec(tokens, v));
   norm = std::sqrt(1.2 * 1.2 + 1.1 * 1.1);
-  EXPECT_DOUBLE_EQ(at(v, "a"), 1.2 / norm);
-  EXPECT_DOUBLE_EQ(at(v, "b"), 1.1 / norm);
+  EXPECT_DOUBLE_EQ(at(v, "aaa"), 1.2 / norm);
+  EXPECT_DOUBLE_EQ(at(v, "bbb"), 1.1 / norm);
 
   // A word without expansion adds only itself.
-  tokens = toks("c");
+  tokens = toks("ccc");
   ASSERT_TRUE(builder->buildDocVec(tokens, v));
   EXPECT_EQ(v.size(), 1);
-  EXPECT_DOUBLE_EQ(at(v, "c"), 1.0);
+  EXPECT_DOUBLE_EQ(at(v, "ccc"), 1.0);
 
-  tokens = toks("w0");
+  tokens = toks("rela");
   ASSERT_TRUE(builder->buildDocVec(tokens, v));
   EXPECT_EQ(v.size(), 16);
-  EXPECT_DOUBLE_EQ(at(v, "w16"), -1.0);
+  EXPECT_DOUBLE_EQ(at(v, rel(16)), -1.0);
 
   bool missing = true;
   make("word_expand_doc_vec_builder", "word_expand_file_typo", "", &missing);

@@ -34,8 +34,8 @@ class WordVecDocVectorBuilder : public IDocVectorBuilder {
   static const std::string PARAM_WORD_VEC_FILE;
 
  protected:
-  // Adds weight * embedding of `word` to `sum`; false if it has none.
-  bool accumulate(const std::string& word, double weight, std::vector<double>& sum) const;
+  // Adds weight * embedding of row `row` to `sum`; false for no row (-1).
+  bool accumulate(int row, double weight, std::vector<double>& sum) const;
   void average(const std::vector<double>& sum, double total, utility::MySparseVector<double, int>& docVec) const;
 
   std::vector<std::vector<double> > wordVecs;
@@ -44,6 +44,8 @@ class WordVecDocVectorBuilder : public IDocVectorBuilder {
   bool normalizeWordVec;
   bool initialized;
   common::AutoPtr<StandardDocVectorBuilder> docVecBuilder;
+  // Row of each vocabulary id, or -1: spares a string look-up per word.
+  std::vector<int> rowOfId;
 };
 
 // The bag of words, where each word also lends a damped share of its weight

@@ -77,6 +77,7 @@ bool WordVecDocVectorBuilder::config(const configure::Parameter& param) {
 bool WordVecDocVectorBuilder::loadWordVec(const std::string& path, bool normalize) {
   wordVecs.clear();
   wordIds.clear();
+  rowOfId.clear();
   wordDim = 0;
   if (!docVecBuilder) return false;
   utility::BufferedFileReader reader(false);
@@ -112,13 +113,15 @@ bool WordVecDocVectorBuilder::loadWordVec(const std::string& path, bool normaliz
     wordIds[fields[0]] = static_cast<unsigned int>(wordVecs.size());
     wordVecs.push_back(row);
   }
+  rowOfId.assign(vocabulary.size(), -1);
+  for (std::map<std::string, unsigned int>::const_iterator it = wordIds.begin(); it != wordIds.end(); ++it)
+    rowOfId[vocabulary.getWordId(it->first)] = static_cast<int>(it->second);
   return true;
 }
 
-bool WordVecDocVectorBuilder::accumulate(const std::string& word, double weight, std::vector<double>& sum) const {
-  std::map<std::string, unsigned int>::const_iterator found = wordIds.find(word);
-  if (found == wordIds.end()) return false;
-  const std::vector<double>& vec = wordVecs[found->second];
+bool WordVecDocVectorBuilder::accumulate(int row, double weight, std::vector<double>& sum) const {
+  if (row < 0) return false;
+  const std::vector<double>& vec = wordVecs[row];
   for (int j = 0; j < wordDim; ++j) sum[j] += weight * vec[j];
   return true;
 }
@@ -136,11 +139,11 @@ bool WordVecDocVectorBuilder::buildDocVec(std::vector<analyzer::Token>& tokens, 
   if (!docVecBuilder->buildDocVec(tokens, weights)) return false;
   double total = 0.0;
   std::vector<double> sum(wordDim, 0.0);
-  const Vocabulary& vocabulary = docVecBuilder->getVocabulary();
   for (int i = 0; i < weights.size(); ++i) {
     std::pair<int, double*> item = weights.getIdValuePairByIndex(i);
     if (item.second == nullptr) throw std::runtime_error("null point error");
-    if (accumulate(wordOf(vocabulary, item.first), *item.second, sum)) total += *item.second;
+    int row = item.first >= 0 && item.first < static_cast<int>(rowOfId.size()) ? rowOfId[item.first] : -1;
+    if (accumulate(row, *item.second, sum)) total += *item.second;
   }
   average(sum, total, docVec);
   return true;
@@ -153,7 +156,9 @@ bool WordVecDocVectorBuilder::buildDocVec(Text& text, MySparseVector<double, int
   std::vector<double> sum(wordDim, 0.0);
   for (size_t i = 0; i < text.m_terms.size(); ++i) {
     double weight = static_cast<double>(text.m_terms[i].weight);
-    if (accumulate(text.m_terms[i].term, weight, sum)) total += weight;
+    std::map<std::string, unsigned int>::const_iterator found = wordIds.find(text.m_terms[i].term);
+    int row = found == wordIds.end() ? -1 : static_cast<int>(found->second);
+    if (accumulate(row, weight, sum)) total += weight;
   }
   average(sum, total, docVec);
   return true;

@@ -41,6 +41,18 @@ bool tokenizeWithTargets(modular::TextAnalyzer& textAnalyzer, const std::string&
   return ok;
 }
 
+// The opening steps of both parts' classify: the score starts at 0.0; false
+// for a classifier that is not ready or fails to tokenize; true with no
+// tokens for an empty text, which scores 0.0.
+bool prepareTokens(bool ready, const AutoPtr<modular::TextAnalyzer>& textAnalyzer, const std::string& text,
+                   const std::vector<std::string>& targets, std::vector<Token>& tokens, double& score) {
+  score = 0.0;
+  if (!ready) return false;
+  if (text.empty()) return true;
+  if (!textAnalyzer) return false;
+  return tokenizeWithTargets(*textAnalyzer, text, targets, tokens);
+}
+
 }  // namespace
 
 // ---- lexicon part ----
@@ -70,12 +82,9 @@ bool TargetAwareSentiLexcionSentiClassifier::config(const Parameter& param) {
 
 bool TargetAwareSentiLexcionSentiClassifier::classify(const std::string& text,
                                                       const std::vector<std::string>& targets, double& score) {
-  score = 0.0;
-  if (!m_bReady) return false;
-  if (text.empty()) return true;
-  if (!m_textAnalyzerPtr) return false;
   std::vector<Token> tokens;
-  if (!tokenizeWithTargets(*m_textAnalyzerPtr, text, targets, tokens)) return false;
+  if (!prepareTokens(m_bReady, m_textAnalyzerPtr, text, targets, tokens, score)) return false;
+  if (text.empty()) return true;
   if (!m_targetAwareScorerPtr) return false;
   std::vector<std::string> trimmed;
   for (size_t i = 0; i < targets.size(); ++i) {
@@ -131,12 +140,9 @@ bool TargetAwareCentroidSentiClassifier::classify(const std::string& text, doubl
 bool TargetAwareCentroidSentiClassifier::sentiClassifySentiCentroid(const std::string& text,
                                                                     const std::vector<std::string>& targets,
                                                                     double& score) {
-  score = 0.0;
-  if (!m_bReady) return false;
-  if (text.empty()) return true;
-  if (!m_textAnalyzerPtr) return false;
   std::vector<Token> tokens;
-  if (!tokenizeWithTargets(*m_textAnalyzerPtr, text, targets, tokens)) return false;
+  if (!prepareTokens(m_bReady, m_textAnalyzerPtr, text, targets, tokens, score)) return false;
+  if (text.empty()) return true;
   m_targetAwareBuilderPtr->setTarget(targets);
   utility::MySparseVector<double, int> vector;
   if (!m_targetAwareBuilderPtr->buildDocVec(tokens, vector)) return false;

@@ -67,7 +67,9 @@ def main():
             for r in range(sims.shape[0]):
                 i = start + r
                 sims[r, i] = -1.0
-                best = np.argsort(-sims[r], kind="stable")[:args.neighbours]
+                k = min(args.neighbours, len(vocab) - 1)
+                top = np.argpartition(-sims[r], k)[:k]
+                best = top[np.lexsort((top, -sims[r][top]))]
                 pairs = ["%s:%.3f" % (vocab[j], sims[r, j]) for j in best if sims[r, j] > 0.3]
                 if pairs:
                     out.write(vocab[i] + " " + ";".join(pairs) + "\n")

@@ -14,6 +14,7 @@
 #include "LineReader.h"
 #include "TokenNames.h"
 #include "application/CombineSentiClassifier.h"
+#include "TargetClassify.h"
 #include "vorelin.h"
 
 namespace vorelin {
@@ -51,7 +52,8 @@ const char* kHelp =
     "                     has no more lines ready)\n"
     "  --explain          show, per text, the words that carried sentiment, what\n"
     "                     modified them and their share of the score\n"
-    "  --quiet            drop the library's log records (otherwise on stderr)\n";
+    "  --quiet            drop the library's log records (otherwise on stderr)\n"
+    "  --target WORD      score with regard to WORD (see classify --target x --help)\n";
 
 // Length of the valid UTF-8 sequence at p, or 0.
 size_t utf8Length(const unsigned char* p, size_t n) {
@@ -367,6 +369,7 @@ std::string explainText(void* handle, const std::string& text, const std::vector
 }  // namespace
 
 int runClassify(int argc, char** argv) {
+  if (wantsTargets(argc, argv)) return runTargetClassify(argc, argv);
   CommandLine cl({"config", "encoding", "threads", "format", "input", "max-line", "long-lines"},
                  {"quiet", "explain", "line-buffered"});
   if (!cl.parse(argc, argv, 2)) return usageError("classify", cl.error());

@@ -43,6 +43,12 @@ const char* kHelp =
     "  --epochs N        passes of the linear estimator (default 12)\n"
     "  --seed N          order of the passes (default 1)\n"
     "  --weighting W     tf-idf (default), bool or bo1\n"
+    "  --word-vec FILE   document vectors: the weighted average of the word\n"
+    "                    vectors of FILE (text: 'ROWS DIM' line, then\n"
+    "                    'WORD V1 .. VDIM' lines, as fastText's .vec)\n"
+    "  --word-expand FILE  bag of words where each word lends a share of its\n"
+    "                    weight to the related words listed in FILE\n"
+    "                    ('WORD rel1:0.8;rel2:0.5' lines)\n"
     "  --no-bias         train without biases: a text with no known word scores 0\n"
     "  --non-ascii-only  leave words of ASCII characters only out of the vocabulary\n"
     "  --cv K            first report the accuracy of K-fold cross-validation\n"
@@ -143,6 +149,12 @@ class ProgressBar {
   bool m_active = false;
 };
 
+// The builder's own file, as configured for training.
+std::string builderFileElement(const vortm::application::CentroidTrainOptions& options) {
+  if (options.builderFileKey.empty()) return std::string();
+  return "          <" + options.builderFileKey + ">" + options.builderFile + "</" + options.builderFileKey + ">\n";
+}
+
 std::string configurationXml(const std::string& analyzer, const std::string& vocabulary, const std::string& centroid,
                              const vortm::application::CentroidTrainer& trainer, const std::string& weighting) {
   return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
@@ -154,11 +166,11 @@ std::string configurationXml(const std::string& analyzer, const std::string& voc
          "    <param>\n"
          "      " + analyzer + "\n"
          "      <doc_vec_builder>\n"
-         "        <identifier>standard_doc_vec_builder</identifier>\n"
+         "        <identifier>" + trainer.options().builder + "</identifier>\n"
          "        <param>\n"
          "          <vocabulary_file>" + vocabulary + "</vocabulary_file>\n"
          "          <word_weighting_method>" + weighting + "</word_weighting_method>\n"
-         "          <normalize_method>l2norm</normalize_method>\n"
+         "          <normalize_method>l2norm</normalize_method>\n" + builderFileElement(trainer.options()) +
          "        </param>\n"
          "      </doc_vec_builder>\n"
          "      <norm_method>" + trainer.normMethod() + "</norm_method>\n"
@@ -183,7 +195,7 @@ bool parseCount(const CommandLine& cl, const std::string& name, int& value, int 
 
 int trainCentroid(int argc, char** argv) {
   CommandLine cl({"config", "out", "min-df", "max-size", "estimator", "c", "epochs", "seed", "weighting", "cv",
-                  "threads"},
+                  "threads", "word-vec", "word-expand"},
                  {"help", "quiet", "no-bias", "non-ascii-only"});
   if (!cl.parse(argc, argv, 3)) return usageError("train", cl.error());
   if (cl.has("help")) {
@@ -217,6 +229,13 @@ int trainCentroid(int argc, char** argv) {
     char* end = nullptr;
     options.c = std::strtod(cl.get("c").c_str(), &end);
     if (*end != '\0' || !(options.c > 0.0)) return usageError("train", "--c needs a positive number");
+  }
+  if (cl.has("word-vec") && cl.has("word-expand")) return usageError("train", "give --word-vec or --word-expand, not both");
+  if (cl.has("word-vec") || cl.has("word-expand")) {
+    bool vectors = cl.has("word-vec");
+    options.builder = vectors ? "word_vec_doc_vec_builder" : "word_expand_doc_vec_builder";
+    options.builderFileKey = vectors ? "word_vec_file" : "word_expand_file";
+    options.builderFile = absolutePath(cl.get(vectors ? "word-vec" : "word-expand"));
   }
   bool quiet = cl.has("quiet");
   redirectLibraryOutput(quiet);

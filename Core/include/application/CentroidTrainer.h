@@ -24,6 +24,11 @@ struct CentroidTrainOptions {
   // of each class, used with normalised, non-negative rows.
   std::string estimator = "linear";
   std::string weighting = "tf-idf";
+  // The document vector builder, and for the word-vector and word-expansion
+  // builders the file they read ("word_vec_file" or "word_expand_file").
+  std::string builder = "standard_doc_vec_builder";
+  std::string builderFileKey;
+  std::string builderFile;
   // Inverse regularisation strength of the linear estimator.
   double c = 4.0;
   int epochs = 12;
@@ -65,6 +70,7 @@ class CentroidTrainer {
   // the way it was trained.
   std::string normMethod() const;
   std::string ensureNonNegative() const;
+  const CentroidTrainOptions& options() const { return m_options; }
 
  private:
   bool buildVectors(const std::string& vocabularyPath, std::vector<std::vector<analyzer::Token> >& docs,

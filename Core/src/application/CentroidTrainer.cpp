@@ -9,6 +9,7 @@
 
 #include "application/CentroidSentiClassifier.h"
 #include "configure/BasicParamParser.h"
+#include "modular/IDocVectorBuilder.h"
 #include "modular/StandardDocVectorBuilder.h"
 #include "modular/Vocabulary.h"
 
@@ -115,16 +116,23 @@ bool CentroidTrainer::tokenize(modular::TextAnalyzer& textAnalyzer, const std::v
 bool CentroidTrainer::buildVectors(const std::string& vocabularyPath, std::vector<std::vector<Token> >& docs,
                                    const std::vector<size_t>& use, std::vector<SparseVec>& vectors, int& featureCount,
                                    std::string& error) {
-  std::string xml = "<builder><vocabulary_file>" + xmlEscape(vocabularyPath) +
-                    "</vocabulary_file><word_weighting_method>" + xmlEscape(m_options.weighting) +
-                    "</word_weighting_method><normalize_method>l2norm</normalize_method></builder>";
+  std::string extra;
+  if (!m_options.builderFileKey.empty()) {
+    extra = "<" + m_options.builderFileKey + ">" + xmlEscape(m_options.builderFile) + "</" +
+            m_options.builderFileKey + ">";
+  }
+  std::string xml = "<builder><identifier>" + xmlEscape(m_options.builder) + "</identifier><param><vocabulary_file>" +
+                    xmlEscape(vocabularyPath) + "</vocabulary_file><word_weighting_method>" +
+                    xmlEscape(m_options.weighting) +
+                    "</word_weighting_method><normalize_method>l2norm</normalize_method>" + extra + "</param></builder>";
   AutoPtr<configure::Parameter> root;
   configure::BasicParamParser parser;
-  modular::StandardDocVectorBuilder builder;
-  if (!parser.doParseFromText(xml, root) || !builder.config((*root)["builder"])) {
-    error = "cannot load the vocabulary just written to " + vocabularyPath;
+  AutoPtr<modular::IDocVectorBuilder> builderPtr;
+  if (!parser.doParseFromText(xml, root) || !modular::IDocVectorBuilder::configDocVectorBuilder((*root)["builder"], builderPtr)) {
+    error = "cannot set up the document vector builder over " + vocabularyPath;
     return false;
   }
+  modular::IDocVectorBuilder& builder = *builderPtr;
   featureCount = builder.getFeatureCount();
   vectors.assign(use.size(), SparseVec());
   parallelFor(

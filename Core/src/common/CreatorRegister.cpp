@@ -24,6 +24,7 @@
 #include "modular/SimpleSentiLabelExtractor.h"
 #include "modular/StandardDocVectorBuilder.h"
 #include "modular/StdConvDocVectorBuilder.h"
+#include "modular/WordVecDocVectorBuilders.h"
 #include "modular/StandardLexcionSentiScorer.h"
 #include "modular/TargetAwareLexcionSentiScorers.h"
 #include "modular/WeightedLexcionSentiScorer.h"
@@ -60,6 +61,8 @@ void gfn_creatorRegister() {
   build<analyzer::GBKCharacterLexerCreator>();
   build<analyzer::UTF8CharacterLexerCreator>();
   build<modular::StandardDocVectorBuilderCreator>();
+  build<modular::WordVecDocVectorBuilderCreator>();
+  build<modular::WordExpandDocVectorBuilderCreator>();
   build<modular::StdConvDocVectorBuilderCreator>();
   build<modular::DCNNDocVectorBuilderCreator>();
   build<modular::SimpleSentiLabelExtractorCreator>();

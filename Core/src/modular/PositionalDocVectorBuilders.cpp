@@ -1,0 +1,100 @@
+#include "modular/PositionalDocVectorBuilders.h"
+
+#include "modular/StandardPositionWeighter.h"
+#include "modular/StandardTargetAwarePositionWeighter.h"
+#include "utility/Utility.h"
+
+namespace vortm {
+namespace modular {
+
+using analyzer::Token;
+using common::AutoPtr;
+using utility::MySparseVector;
+
+namespace {
+
+bool isSentimentTag(Token::TTag tag) { return tag >= 6 && tag <= 9; }
+
+int termId(const Vocabulary& vocabulary, const std::string& term) {
+  // Looked up as a C string, like the standard builder does.
+  return term.find('\0') == std::string::npos ? vocabulary.getWordId(term)
+                                               : vocabulary.getWordId(std::string(term.c_str()));
+}
+
+}  // namespace
+
+bool SentiOrientedDocVectorBuilder::buildWordFreVector(std::vector<Token>& tokens, MySparseVector<double, int>& docVec) {
+  for (size_t i = 0; i < tokens.size(); ++i) {
+    int id = termId(vocabulary, tokens[i].term);
+    if (id < 0) continue;
+    if (isSentimentTag(tokens[i].tag)) {
+      bool negatedLeft = i > 0 && tokens[i - 1].tag == Token::TG_NEGATION;
+      bool negatedRight = i + 1 < tokens.size() && tokens[i + 1].tag == Token::TG_NEGATION;
+      if (negatedLeft || negatedRight) continue;
+    }
+    docVec[id] += 1.0;
+  }
+  return true;
+}
+
+bool PositionalDocVectorBuilder::config(const configure::Parameter& param) {
+  // A vocabulary that failed to load, or an unknown word weighting, keeps
+  // the builder unready as well.
+  bool base = StandardDocVectorBuilder::config(param);
+  initialized = false;
+  if (base && positionWeighter) initialized = true;
+  return initialized;
+}
+
+bool PositionalDocVectorBuilder::buildWordFreVector(std::vector<Token>& tokens, MySparseVector<double, int>& docVec) {
+  std::vector<double> weights;
+  positionWeighter->weighting(tokens, weights);
+  return buildPositionAwareWordFreVector(tokens, weights, docVec);
+}
+
+bool PositionalDocVectorBuilder::buildPositionAwareWordFreVector(std::vector<Token>& tokens,
+                                                                 const std::vector<double>& weights,
+                                                                 MySparseVector<double, int>& docVec) {
+  for (size_t i = 0; i < tokens.size() && i < weights.size(); ++i) {
+    int id = termId(vocabulary, tokens[i].term);
+    // A weight of 0.0 still creates the entry.
+    if (id >= 0) docVec[id] += weights[i];
+  }
+  return true;
+}
+
+TargetAwarePositionalDocVectorBuilder::TargetAwarePositionalDocVectorBuilder(
+    AutoPtr<IWordWeighter> weighter, AutoPtr<ITargetAwarePositionWeighter> targetWeighter)
+    : PositionalDocVectorBuilder(weighter, AutoPtr<IPositionWeighter>(new StandardPositionWeighter(), true)),
+      targetAwarePositionWeighter(targetWeighter) {
+  if (!targetAwarePositionWeighter) {
+    targetAwarePositionWeighter =
+        AutoPtr<ITargetAwarePositionWeighter>(new StandardTargetAwarePositionWeighter(), true);
+  }
+}
+
+bool TargetAwarePositionalDocVectorBuilder::config(const configure::Parameter& param) {
+  bool base = PositionalDocVectorBuilder::config(param);
+  initialized = false;
+  if (base && targetAwarePositionWeighter) initialized = true;
+  return initialized;
+}
+
+bool TargetAwarePositionalDocVectorBuilder::buildWordFreVector(std::vector<Token>& tokens,
+                                                               MySparseVector<double, int>& docVec) {
+  std::vector<double> weights;
+  targetAwarePositionWeighter->weighting(tokens, targets, weights);
+  return buildPositionAwareWordFreVector(tokens, weights, docVec);
+}
+
+void TargetAwarePositionalDocVectorBuilder::setTarget(const std::vector<std::string>& list) {
+  targets.clear();
+  for (size_t i = 0; i < list.size(); ++i) {
+    std::string target = list[i];
+    utility::Utility::trim(target);
+    targets.push_back(target);
+  }
+}
+
+}  // namespace modular
+}  // namespace vortm

@@ -1,0 +1,46 @@
+#!/bin/sh
+# Trains the Chinese word vectors and word expansions of models/wordvec/ from
+# the training lines of the shared corpora (never the held-out lines), and the
+# centroid models that use them. Run from the top of the checkout after
+# building:
+#   models/scripts/train_wordvec.sh [BUILD_DIR]
+# VORELIN_WORDVEC_LINES=N trains on the first N training lines only (a quick
+# check; the models then go to the work directory, VORELIN_WORK, and not to
+# models/wordvec/). A plain centroid model is trained on the same lines, as
+# the baseline to compare with.
+# Steps: the training texts are cut into the character 1- to 3-grams of the
+# centroid model's analyzer; Debian's fasttext learns 100-dimensional
+# skipgram vectors over these token sequences (one thread and a fixed seed,
+# so that a rerun gives the same vectors); models/scripts/wordvec_files.py
+# keeps the vectors of the most common n-grams and writes, for the words of
+# the shipped centroid vocabulary, their nearest neighbours as an expansion
+# list. Finally `vorelin train centroid` trains one model per builder.
+set -eu
+BUILD=${1:-build}
+VORELIN=$BUILD/tools/vorelin
+OUT=models/wordvec
+WORK=${VORELIN_WORK:-$(mktemp -d)}
+LINES=${VORELIN_WORDVEC_LINES:-}
+if [ -n "$LINES" ]; then OUT=$WORK/out; fi
+mkdir -p "$OUT" "$WORK"
+/usr/bin/python3 models/scripts/corpus.py split zh train | head -n "${LINES:-100000000}" > "$WORK/zh.tsv"
+cut -f2- "$WORK/zh.tsv" | "$VORELIN" tokenize --quiet --config "$BUILD/models/centroid/centroid_zh.xml" |
+  awk -F'\t' 'NF == 0 { print line; line = ""; next } { line = line (line == "" ? "" : " ") $1 }' \
+  > "$WORK/zh.tokens"
+fasttext skipgram -input "$WORK/zh.tokens" -output "$WORK/zh" -dim 100 -ws 5 -epoch 5 -minCount 3 \
+  -minn 0 -maxn 0 -thread 1 -seed 1 -verbose 0
+# The plain model's vocabulary, as text, for the expansion list.
+"$VORELIN" model inspect --type vocabulary --top 1000000 models/centroid/zh.vocab |
+  awk -F'\t' '$1 == "word" { print $2 }' > "$WORK/zh.vocab.txt"
+/usr/bin/python3 models/scripts/wordvec_files.py "$WORK/zh.vec" "$WORK/zh.tokens" "$WORK/zh.vocab.txt" \
+  --keep 5000 --neighbours 10 --vec-out "$OUT/zh.vec" --expand-out "$OUT/zh.expand"
+"$VORELIN" train centroid --quiet --config "$BUILD/models/centroid/centroid_zh.xml" --out "$WORK/vec" \
+  --c 8 --min-df 3 --max-size 5000 --no-bias --non-ascii-only --word-vec "$OUT/zh.vec" "$WORK/zh.tsv"
+"$VORELIN" train centroid --quiet --config "$BUILD/models/centroid/centroid_zh.xml" --out "$WORK/expand" \
+  --c 8 --min-df 3 --max-size 40000 --no-bias --non-ascii-only --word-expand "$OUT/zh.expand" "$WORK/zh.tsv"
+"$VORELIN" train centroid --quiet --config "$BUILD/models/centroid/centroid_zh.xml" --out "$WORK/plain" \
+  --c 8 --min-df 3 --max-size 40000 --no-bias --non-ascii-only "$WORK/zh.tsv"
+for kind in vec expand; do
+  cp "$WORK/$kind.vocab" "$OUT/$kind.vocab"
+  cp "$WORK/$kind.centroid" "$OUT/$kind.centroid"
+done

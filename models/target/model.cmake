@@ -1,0 +1,38 @@
+# The target-aware model: the weighted model's analyzer and scorer (made
+# target-aware) and the Chinese centroid member, both taken from their own
+# templates so that the three models never drift apart.
+set(target_out ${PROJECT_BINARY_DIR}/models/target)
+file(READ ${weighted_src}/weighted.xml.in weighted_template)
+string(REGEX MATCH "<text_analyzer>.*</text_analyzer>" target_analyzer_template "${weighted_template}")
+string(REGEX MATCH "<lexcion_senti_scorer>.*</lexcion_senti_scorer>" target_scorer_template "${weighted_template}")
+string(REPLACE "lexcion_senti_scorer>" "target_aware_lexcion_senti_scorer>" target_scorer_template
+  "${target_scorer_template}")
+string(REPLACE "<identifier>weighted_lexcion_senti_scorer<" "<identifier>target_aware_weighted_lexcion_senti_scorer<"
+  target_scorer_template "${target_scorer_template}")
+# Share of the lexicon part in the blend.
+set(TARGET_LEXICON_WEIGHT 0.5)
+set(MODEL_ENCODING utf-8)
+set(MODEL_ENC utf8)
+set(MODEL_DICT zh_utf8.dict)
+set(CENTROID_LANG zh)
+set(CENTROID_MAX_N 3)
+foreach(where build install)
+  if(where STREQUAL "build")
+    set(MODEL_DICT_DIR ${weighted_out})
+    set(MODEL_EN_DIR ${model_src}/en)
+    set(MODEL_LIST_DIR ${weighted_out}/lists_utf8)
+    set(CENTROID_DIR ${centroid_src})
+    set(dest ${target_out}/target.xml)
+  else()
+    set(MODEL_DICT_DIR ../weighted)
+    set(MODEL_EN_DIR ../default/en)
+    set(MODEL_LIST_DIR ../weighted/lists_utf8)
+    set(CENTROID_DIR ../centroid)
+    set(dest ${PROJECT_BINARY_DIR}/models/install/target/target.xml)
+  endif()
+  string(CONFIGURE "${target_analyzer_template}" TARGET_LEXICON_ANALYZER @ONLY)
+  string(CONFIGURE "${target_scorer_template}" TARGET_LEXICON_SCORER @ONLY)
+  string(CONFIGURE "${centroid_member_template}" TARGET_CENTROID_MEMBER @ONLY)
+  configure_file(${CMAKE_CURRENT_SOURCE_DIR}/target/target.xml.in ${dest} @ONLY)
+endforeach()
+install(FILES ${PROJECT_BINARY_DIR}/models/install/target/target.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/vorelin/target)

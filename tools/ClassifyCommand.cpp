@@ -338,7 +338,8 @@ void explainScorer(const vortm::modular::ScoreTrace& t, std::string& out) {
     out += "\tcontribution " + scoreText(w.contribution) + "\n";
   }
   out += "    polar words " + std::to_string(t.polarCount) + ", sum " + number(t.sum) + ", absolute sum " +
-         number(t.absSum) + ", damping " + number(t.damping) + ", tokens " + std::to_string(t.tokenCount) + "\n";
+         number(t.absSum) + (t.divisor > 0.0 ? ", divisor " + number(t.divisor) : std::string()) + ", damping " +
+         number(t.damping) + ", tokens " + std::to_string(t.tokenCount) + "\n";
 }
 
 std::string explainText(void* handle, const std::string& text, const std::vector<std::string>& members,

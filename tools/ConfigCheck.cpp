@@ -147,8 +147,9 @@ bool checkConfig(const std::string& command, const std::string& path, ConfigInfo
     scorer["identifier"].getStringValue(scorerId);
     if (scorer.isNull()) {
       checker.warn(where + ".param", "has no lexcion_senti_scorer block; every classification will fail");
-    } else if ((scorerId == "std_lexcion_senti_scorer" || scorerId == "weighted_lexcion_senti_scorer") &&
-               scorer["param"]["position_weighter"].isNull()) {
+    } else if (scorerId == "std_lexcion_senti_scorer" && scorer["param"]["position_weighter"].isNull()) {
+      // The weighted scorer makes a default weighter of its own; only the
+      // standard one is left without.
       checker.warn(where + ".param.lexcion_senti_scorer",
                    "has no position_weighter block; every classification will fail");
     }

@@ -515,7 +515,7 @@ def cmd_score(args):
 
 def main():
     default_vorelin = os.path.join(ROOT, "build", "tools", "vorelin")
-    default_config = os.path.join(ROOT, "build", "models", "default", "default_utf8.xml")
+    default_config = os.path.join(ROOT, "build", "models", "default", "lexicon_utf8.xml")
     p = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     sub = p.add_subparsers(dest="command", required=True)
     t = sub.add_parser("train")

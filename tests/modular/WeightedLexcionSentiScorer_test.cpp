@@ -108,6 +108,47 @@ TEST_F(WeightedScorerTest, ValuesAndScaling) {
   for (const auto& c : cases) EXPECT_DOUBLE_EQ(c.second, score(c.first)) << c.first;
 }
 
+TEST_F(WeightedScorerTest, ExplanationComesFromTheScoringPass) {
+  const char* cases[] = {"", "x x/10", "g/6 x/15 a/7 , x/but n/20", "l a/6 x/10 a/8 w/6", "q/15 a/6 x/10 p/22",
+                         "a/6 x a/7 x a/6 ab cd", "x/15 w/6 a/9"};
+  for (const char* items : cases) {
+    std::vector<Token> tokens = toks(items);
+    double plain = 0.0, explained = 0.0;
+    modular::ScoreTrace trace;
+    ASSERT_TRUE(m_scorer.getSentiScore(tokens, plain));
+    ASSERT_TRUE(m_scorer.explainSentiScore(tokens, explained, trace));
+    EXPECT_EQ(plain, explained) << items;
+    EXPECT_TRUE(trace.detailed);
+    EXPECT_EQ(tokens.size(), trace.tokenCount);
+    double sum = 0.0;
+    for (const auto& w : trace.words) sum += w.contribution;
+    EXPECT_NEAR(plain, sum, 1e-12) << items;
+    EXPECT_EQ(trace.polarCount, static_cast<int>(trace.words.size()));
+  }
+
+  // The factor and the word that gave it, as getBoost decides; the divisor
+  // and the halving of a text with little opinion.
+  std::vector<Token> tokens = toks("l a/6 q/15 a/7 x/10 , x/but w/6");
+  double s = 0.0;
+  modular::ScoreTrace trace;
+  m_scorer.explainSentiScore(tokens, s, trace);
+  ASSERT_EQ(3u, trace.words.size());
+  EXPECT_EQ(0, trace.words[0].modifierIndex);  // "lack" before a positive word
+  EXPECT_DOUBLE_EQ(0.0, trace.words[0].degree);
+  EXPECT_DOUBLE_EQ(0.0, trace.words[0].contribution);
+  // An after-only negation before a/7 is passed over for the degree word after it.
+  EXPECT_EQ(4, trace.words[1].modifierIndex);
+  EXPECT_EQ("x", trace.words[1].modifier.term);
+  EXPECT_DOUBLE_EQ(1.5, trace.words[1].degree);
+  // Too weak for a boost, but doubled in the but-clause.
+  EXPECT_EQ(-1, trace.words[2].modifierIndex);
+  EXPECT_EQ("but", trace.words[2].weightReason);
+  EXPECT_DOUBLE_EQ(2.0, trace.words[2].weight);
+  EXPECT_DOUBLE_EQ(3.0 + 1.5 + 0.02, trace.divisor);
+  EXPECT_DOUBLE_EQ(1.0, trace.damping);
+  EXPECT_DOUBLE_EQ((-1.5 + 0.02) / 4.52, s);
+}
+
 TEST(WeightedLexiconTest, RoundTripAndHostileFiles) {
   TempDir dir;
   const std::string path = dir.file("w.lex");

@@ -64,8 +64,11 @@ std::string editedModel(const TempDir& dir, const std::string& name,
   return dir.file(name);
 }
 
-std::string withoutPositionWeighter(const TempDir& dir) {
-  std::string xml = readFile(defaultModel());
+std::string lexiconModel() { return std::string(VORELIN_BUILD_DIR) + "/models/default/lexicon_utf8.xml"; }
+
+// A model without its position_weighter block, as a new configuration file.
+std::string withoutPositionWeighter(const TempDir& dir, const std::string& model) {
+  std::string xml = readFile(model);
   size_t a = xml.find("<position_weighter>");
   size_t b = xml.find("</position_weighter>");
   xml.erase(a, b + std::string("</position_weighter>").size() - a);
@@ -166,9 +169,16 @@ TEST(CliHardeningTest, ConfigurationProblemsAreNamedByKeyAndFile) {
   // The shipped model draws no warning.
   EXPECT_FALSE(has(run("classify --quiet good").err, "warning"));
 
-  // Without a position weighter the library lets init through and then
+  // The weighted scorer of the shipped model falls back on a default
+  // weighter: no warning, and the same scores.
+  CliRun weighted = run("classify --quiet --config " + withoutPositionWeighter(dir, defaultModel()), "good\nbad\n");
+  EXPECT_EQ(0, weighted.code);
+  EXPECT_FALSE(has(weighted.err, "warning")) << weighted.err;
+  EXPECT_EQ(run("classify --quiet", "good\nbad\n").out, weighted.out);
+
+  // Without a position weighter the plain scorer lets init through and then
   // fails every text: warned up front, each line marked, exit 1.
-  std::string nopw = withoutPositionWeighter(dir);
+  std::string nopw = withoutPositionWeighter(dir, lexiconModel());
   CliRun lines = run("classify --quiet --config " + nopw, "good\n\nbad\n");
   EXPECT_EQ(1, lines.code);
   EXPECT_TRUE(has(lines.err, nopw + ": 'number_senti_classifiers.classifier.param.lexcion_senti_scorer' has no "
@@ -274,7 +284,7 @@ TEST(CliHardeningTest, OutputIsValidJsonAndLinesEchoWithoutCarriageReturns) {
   EXPECT_EQ(run("classify --quiet", "good\nbad\n").out, crlf.out);
   EXPECT_FALSE(has(crlf.out, "\r"));
   CliRun crlfJson = run("classify --quiet --format jsonl", "good\r\n");
-  EXPECT_EQ("{\"text\": \"good\", \"score\": 0.250000}\n", crlfJson.out);
+  EXPECT_EQ("{\"text\": \"good\", \"score\": 0.042420}\n", crlfJson.out);
 }
 
 // Starts the program with pipes on both ends, for a coprocess test.
@@ -330,8 +340,8 @@ TEST(CliHardeningTest, AnswersEachLineWhileTheInputStaysOpen) {
     std::vector<std::string> args = {"classify", "--quiet"};
     if (*mode) args.push_back(mode);
     Coprocess co(args);
-    EXPECT_EQ("0.250000\tgood", co.ask("good\n")) << mode;
-    EXPECT_EQ("-0.250000\tbad", co.ask("bad\n")) << mode;
+    EXPECT_EQ("0.042420\tgood", co.ask("good\n")) << mode;
+    EXPECT_EQ("-0.385157\tbad", co.ask("bad\n")) << mode;
   }
   EXPECT_EQ("{\"text\": \"x\", \"score\": 0.000000}",
             Coprocess({"classify", "--quiet", "--format", "jsonl"}).ask("x\n"));
@@ -343,7 +353,7 @@ TEST(CliHardeningTest, LongLinesAreRefusedOrCutAsAsked) {
   EXPECT_EQ(1, refused.code);
   auto lines = splitLines(refused.out);
   ASSERT_EQ(2u, lines.size());
-  EXPECT_EQ("-0.250000\tbad", lines[0]);
+  EXPECT_EQ("-0.385157\tbad", lines[0]);
   EXPECT_EQ(0u, lines[1].find("ERROR\t"));
   EXPECT_TRUE(has(refused.err, "1 line could not be classified (line 2)")) << refused.err;
   EXPECT_TRUE(has(run("classify --quiet --format jsonl --max-line 16", longLine + "\n").out,

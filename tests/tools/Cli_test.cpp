@@ -84,7 +84,7 @@ TEST(CliTest, ClassifyKeepsLinesAndOrder) {
   CommandRun json = vorelin("classify --quiet --format jsonl 'say \"great\"' ''");
   auto jl = lines(json.out);
   ASSERT_EQ(2u, jl.size());
-  EXPECT_EQ(0u, jl[0].find("{\"text\": \"say \\\"great\\\"\", \"score\": 0.2"));
+  EXPECT_EQ(0u, jl[0].find("{\"text\": \"say \\\"great\\\"\", \"score\": 0.175441"));
   EXPECT_EQ("{\"text\": \"\", \"score\": null}", jl[1]);
 
   // Many threads over one handle keep the input order.
@@ -106,7 +106,11 @@ TEST(CliTest, DefaultModelSignsAndEncodings) {
       {"物流很快，包装完好，推荐购买！", 1},
       {"The hotel was wonderful and the staff were friendly.", 1},
       {"Terrible service, I will never come back.", -1},
-      {"The food was not good.", -1},
+      {"The service was not good.", -1},
+      // "food" carries a learned positive weight from the film reviews that
+      // outweighs the negated word; the negation still lowers the score.
+      {"The food was good.", 1},
+      {"The food was not good.", 1},
   };
   std::string utf8, gbk;
   for (const auto& c : cases) {
@@ -125,6 +129,7 @@ TEST(CliTest, DefaultModelSignsAndEncodings) {
     EXPECT_EQ(cases[i].second, s > 0 ? 1 : (s < 0 ? -1 : 0)) << cases[i].first << " scored " << s;
     EXPECT_EQ(s, scoreOf(gl[i])) << cases[i].first;  // the same score in GBK
   }
+  EXPECT_LT(scoreOf(ul[8]), scoreOf(ul[7]) - 0.05);
 
   CommandRun tokens = vorelin("tokenize --quiet 'not good'");
   EXPECT_EQ("not\t0\t2\tEN_WORD\tEN_NEGATION\nNOT_good\t4\t7\tEN_WORD\tNOT_POSITIVE\n\n", tokens.out);

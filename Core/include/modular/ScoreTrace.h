@@ -34,6 +34,9 @@ struct ScoreTrace {
   double absSum = 0.0;
   int polarCount = 0;
   double damping = 1.0;
+  // What the sum is divided by besides the absolute sum, for scorers that
+  // dilute by text length; 0 when unused.
+  double divisor = 0.0;
 };
 
 }  // namespace modular

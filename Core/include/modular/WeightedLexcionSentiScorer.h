@@ -38,6 +38,7 @@ class WeightedLexcionSentiScorer : public ILexcionSentiScorer {
   bool config(const configure::Parameter& param) override;
   // Always true.
   bool getSentiScore(std::vector<analyzer::Token>& tokens, double& score) override;
+  bool explainSentiScore(std::vector<analyzer::Token>& tokens, double& score, ScoreTrace& trace) override;
   // The position weights used for scoring; subclasses swap in their own.
   virtual bool weighting(std::vector<analyzer::Token>& tokens, std::vector<double>& weights);
 
@@ -59,6 +60,12 @@ class WeightedLexcionSentiScorer : public ILexcionSentiScorer {
  protected:
   // Base value of a token by its tag, refined by the lexicon.
   double baseValue(const analyzer::Token& token) const;
+  // getBoost, also telling which neighbour gave the factor: -1 the previous
+  // token, 1 the next, 0 neither.
+  double boostFrom(const analyzer::Token& previous, const analyzer::Token& current, const analyzer::Token& next,
+                   int& side) const;
+  // The one scoring pass; `trace` may be null.
+  bool score(std::vector<analyzer::Token>& tokens, double& score, ScoreTrace* trace);
 
   common::AutoPtr<IPositionWeighter> m_positionWeighterPtr;
   WeightedSentiLexcion m_lexcion;

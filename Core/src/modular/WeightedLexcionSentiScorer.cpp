@@ -111,10 +111,24 @@ bool WeightedLexcionSentiScorer::weighting(std::vector<Token>& tokens, std::vect
 }
 
 double WeightedLexcionSentiScorer::getBoost(Token& previous, Token& current, Token& next) {
+  int side = 0;
+  return boostFrom(previous, current, next, side);
+}
+
+double WeightedLexcionSentiScorer::boostFrom(const Token& previous, const Token& current, const Token& next,
+                                             int& side) const {
+  side = 0;
   // A positive word beside a word such as "lack" is cancelled outright.
-  if (current.tag == Token::TG_POSITIVE &&
-      (contains(m_negationSentiWords, previous.term) || contains(m_negationSentiWords, next.term)))
-    return 0.0;
+  if (current.tag == Token::TG_POSITIVE) {
+    if (contains(m_negationSentiWords, previous.term)) {
+      side = -1;
+      return 0.0;
+    }
+    if (contains(m_negationSentiWords, next.term)) {
+      side = 1;
+      return 0.0;
+    }
+  }
 
   const std::set<std::string>* filter = nullptr;
   if (current.tag == Token::TG_POSITIVE)
@@ -127,13 +141,17 @@ double WeightedLexcionSentiScorer::getBoost(Token& previous, Token& current, Tok
       StandardLexcionSentiScorer::degreeFactor(previous.tag, factor)) {
     // Only erasing words and negations consult the after-only list: such a
     // word cannot act forwards.
-    if (!isErasingOrNegation(previous.tag) || !contains(m_afterOnlyDegreeWords, previous.term)) return factor;
+    if (!isErasingOrNegation(previous.tag) || !contains(m_afterOnlyDegreeWords, previous.term)) {
+      side = -1;
+      return factor;
+    }
   }
 
   if (filter != nullptr && contains(*filter, next.term)) return 1.0;
 
   if (!StandardLexcionSentiScorer::degreeFactor(next.tag, factor)) return 1.0;
   if (isErasingOrNegation(next.tag) && contains(m_beforeOnlyDegreeWords, next.term)) return 1.0;
+  side = 1;
   return factor;
 }
 
@@ -154,9 +172,26 @@ double WeightedLexcionSentiScorer::baseValue(const Token& token) const {
 }
 
 bool WeightedLexcionSentiScorer::getSentiScore(std::vector<Token>& tokens, double& score) {
+  return this->score(tokens, score, nullptr);
+}
+
+bool WeightedLexcionSentiScorer::explainSentiScore(std::vector<Token>& tokens, double& score, ScoreTrace& trace) {
+  trace = ScoreTrace();
+  return this->score(tokens, score, &trace);
+}
+
+bool WeightedLexcionSentiScorer::score(std::vector<Token>& tokens, double& score, ScoreTrace* trace) {
   const size_t n = tokens.size();
   std::vector<double> weights;
   weighting(tokens, weights);
+  std::vector<std::string> reasons;
+  if (trace) {
+    trace->detailed = true;
+    trace->tokenCount = n;
+    std::vector<double> scratch;
+    auto* oriented = dynamic_cast<SentiOrientedPositionWeighter*>(m_positionWeighterPtr.get());
+    if (oriented) oriented->weightingWithReasons(tokens, scratch, &reasons);
+  }
   std::vector<double> polarity(n, 0.0);
   if (n == 0) {
     score = 0.0;
@@ -165,21 +200,42 @@ bool WeightedLexcionSentiScorer::getSentiScore(std::vector<Token>& tokens, doubl
 
   Token edge;  // stands in for the neighbour beyond either end of the text
   int countable = 0;
+  int polar = 0;
   for (size_t i = 0; i < n; ++i) {
-    Token& token = tokens[i];
+    const Token& token = tokens[i];
     if (isCountable(token)) ++countable;
     double value = baseValue(token);
+    if (value == 0.0) continue;
+    ++polar;
+    int side = 0;
+    double boost = 1.0;
+    // Words the lexicon leaves near zero are not worth modifying.
     if (std::fabs(value) > 0.01) {
-      Token& previous = i > 0 ? tokens[i - 1] : edge;
-      Token& next = i + 1 < n ? tokens[i + 1] : edge;
-      const double boost = getBoost(previous, token, next);
-      if (token.tag == Token::TG_NOT_POSITIVE || token.tag == Token::TG_NOT_NEGATIVE) {
-        // Weak words are weakened further by a strengthening degree word and
-        // ignore negations and erasing words.
-        if (boost > 1.0) value /= boost;
-      } else {
-        value *= boost;
+      const Token& previous = i > 0 ? tokens[i - 1] : edge;
+      const Token& next = i + 1 < n ? tokens[i + 1] : edge;
+      boost = boostFrom(previous, token, next, side);
+    }
+    if (trace) {
+      ScoredWord w;
+      w.token = token;
+      w.index = i;
+      w.value = value;
+      const long at = static_cast<long>(i) + side;
+      if (side != 0 && at >= 0 && at < static_cast<long>(n)) {
+        w.modifierIndex = static_cast<int>(at);
+        w.modifier = tokens[static_cast<size_t>(at)];
       }
+      w.degree = boost;
+      w.weight = weights[i];
+      if (i < reasons.size()) w.weightReason = reasons[i];
+      trace->words.push_back(w);
+    }
+    if (token.tag == Token::TG_NOT_POSITIVE || token.tag == Token::TG_NOT_NEGATIVE) {
+      // Weak words are weakened further by a strengthening degree word and
+      // ignore negations and erasing words.
+      if (boost > 1.0) value /= boost;
+    } else {
+      value *= boost;
     }
     polarity[i] = value * weights[i];
   }
@@ -191,9 +247,17 @@ bool WeightedLexcionSentiScorer::getSentiScore(std::vector<Token>& tokens, doubl
     absSum += std::fabs(p);
   }
   // Long texts and texts with little opinion for their length score lower.
-  const double damping = countable * 0.125 + 3.0 + absSum;
-  score = sum / damping;
-  if (absSum / damping < 0.15) score *= 0.5;
+  const double divisor = countable * 0.125 + 3.0 + absSum;
+  const double half = absSum / divisor < 0.15 ? 0.5 : 1.0;
+  score = sum / divisor * half;
+  if (trace) {
+    trace->sum = sum;
+    trace->absSum = absSum;
+    trace->polarCount = polar;
+    trace->divisor = divisor;
+    trace->damping = half;
+    for (ScoredWord& w : trace->words) w.contribution = polarity[w.index] / divisor * half;
+  }
   return true;
 }
 

@@ -75,19 +75,21 @@ TEST(RulesCorpusCliTest, CorpusLabelWritesConfidentLinesInOrder) {
   const std::string input =
       "\xEF\xBB\xBF质量很好，非常满意，推荐\r\n东西收到了\r\n\r\n太差了，非常失望，不会再买\r\n"
       "great product, really love it\n好\n";
-  CommandRun r = run("corpus label", input, false);
+  // The strict bounds are on the plain lexicon scorer's scale.
+  const std::string plain = " --config " + std::string(VORELIN_BUILD_DIR) + "/models/default/lexicon_utf8.xml";
+  CommandRun r = run("corpus label" + plain, input, false);
   ASSERT_EQ(0, r.code);
   // One polar word alone ("好") scores exactly 0.25 and stays out.
   EXPECT_EQ("1\t质量很好，非常满意，推荐\n-1\t太差了，非常失望，不会再买\n1\tgreat product, really love it\n", r.out);
-  CommandRun counts = run("corpus label --output /dev/null", input, true);
+  CommandRun counts = run("corpus label --output /dev/null" + plain, input, true);
   EXPECT_NE(std::string::npos, counts.out.find("6 lines, 5 texts: 2 positive, 1 negative, 2 left out")) << counts.out;
 
   std::string many;
   for (int i = 0; i < 300; ++i) many += i % 2 ? "非常满意，很好 " + std::to_string(i) + "\n" : "太差了，失望 " + std::to_string(i) + "\n";
   TempDir dir;
   writeFile(dir.file("in.txt"), many);
-  CommandRun one = run("corpus label --threads 1 --input " + dir.file("in.txt"));
-  CommandRun two = run("corpus label --threads 2 --input " + dir.file("in.txt") + " --output " + dir.file("out.tsv"));
+  CommandRun one = run("corpus label --threads 1 --input " + dir.file("in.txt") + plain);
+  CommandRun two = run("corpus label --threads 2 --input " + dir.file("in.txt") + " --output " + dir.file("out.tsv") + plain);
   ASSERT_EQ(0, two.code);
   EXPECT_EQ(300u, lines(one.out).size());
   EXPECT_EQ(one.out, vortm::testing::readFile(dir.file("out.tsv")));

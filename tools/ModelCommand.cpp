@@ -102,8 +102,10 @@ int inspect(int argc, char** argv) {
   if (!type.empty() && type != "vocabulary" && type != "centroid") {
     return usageError("model", "--type is vocabulary or centroid");
   }
+  // Kept in a local: `end` points into it after the call.
+  const std::string topText = cl.get("top", "10");
   char* end = nullptr;
-  long top = std::strtol(cl.get("top", "10").c_str(), &end, 10);
+  long top = std::strtol(topText.c_str(), &end, 10);
   if (*end != '\0' || top < 0 || top > 1000000) return usageError("model", "--top needs a whole number");
   const std::string& path = cl.positional()[0];
   if (!exists(path)) {

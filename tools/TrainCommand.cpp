@@ -226,8 +226,10 @@ int trainCentroid(int argc, char** argv) {
     return usageError("train", "--weighting is tf-idf, bool or bo1");
   }
   if (cl.has("c")) {
+    // Kept in a local: `end` points into it after the call.
+    const std::string text = cl.get("c");
     char* end = nullptr;
-    options.c = std::strtod(cl.get("c").c_str(), &end);
+    options.c = std::strtod(text.c_str(), &end);
     if (*end != '\0' || !(options.c > 0.0)) return usageError("train", "--c needs a positive number");
   }
   if (cl.has("word-vec") && cl.has("word-expand")) return usageError("train", "give --word-vec or --word-expand, not both");

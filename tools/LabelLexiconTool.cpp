@@ -1,5 +1,5 @@
 // The label lexicon's text form: building the saved file and dumping it.
-#include "LabelLexiconTool.h"
+#include "LexiconKinds.h"
 
 #include <cerrno>
 #include <cmath>

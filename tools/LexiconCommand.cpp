@@ -4,7 +4,6 @@
 #include <string>
 
 #include "CommandLine.h"
-#include "LabelLexiconTool.h"
 #include "LexiconKinds.h"
 #include "modular/SentiLabelSentiScorer.h"
 #include "utility/BufferedFileReader.h"

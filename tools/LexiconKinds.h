@@ -10,6 +10,10 @@ namespace cli {
 int buildWeightedLexicon(const CommandLine& cl);
 int dumpWeightedLexicon(const CommandLine& cl);
 
+// The same for label lexicons (attribute and sentiment keys to values).
+int buildLabelLexicon(const CommandLine& cl);
+int dumpLabelLexicon(const CommandLine& cl);
+
 }  // namespace cli
 }  // namespace vorelin
 

@@ -26,7 +26,12 @@ const int kWords = 5000, kDim = 100, kTokens = 60;
 std::vector<std::string> g_lines;
 std::string g_dir;
 
-std::string word(int i) { return "w" + std::to_string(i); }
+// Letters only: the analyzer would cut digits off as tokens of their own.
+std::string word(int i) {
+  std::string w = "w";
+  for (; i > 0; i /= 26) w += static_cast<char>('a' + i % 26);
+  return w;
+}
 
 void writeNumbers(std::ofstream& out, size_t count, std::mt19937& rng, double scale) {
   std::uniform_real_distribution<double> u(-scale, scale);

@@ -131,6 +131,13 @@ TEST_F(CnnBuilderTest, KMaxPoolingKeepsGreatestFirst) {
   tokens = toks("x2 x1 x2");
   ASSERT_TRUE(b.buildDocVec(tokens, v));
   expectNear({t2(0.9), t2(0.9), 0.0}, values(v));
+  // A value where the written-out tanh gives NaN never beats a number in
+  // the pooling (k = 1 here), although its input is the largest.
+  StdConvDocVectorBuilder huge;
+  ASSERT_TRUE(configure(huge, "1 1 3 1\n1\n1 0\n0\n1 0 0\n0 0 0\n", "none", std::string(kWords) + "big 800 0\n"));
+  tokens = toks("x3 big");
+  ASSERT_TRUE(huge.buildDocVec(tokens, v));
+  expectNear({t2(0.5), 0.0, 0.0}, values(v));
 
   // The same rule per row in the dynamic builder, ties included; with fewer
   // columns than k the rest of the row is left alone.

@@ -2,6 +2,7 @@
 #define VORTM_MODULAR_CNNDOCVECTORBUILDER_H
 
 #include <Eigen/Dense>
+#include <cmath>
 #include <map>
 #include <string>
 #include <vector>
@@ -66,14 +67,38 @@ class CNNDocVectorBuilder : public IDocVectorBuilder {
   // `emit(rank, value)`.
   template <class Emit>
   static void kMaxRow(const Eigen::MatrixXd& in, int row, int columns, int k, std::vector<char>& taken, Emit emit) {
+    kMaxValues([&](int c) { return in(row, c); }, columns, k, taken, emit);
+  }
+  // kMaxRow() of activate() of row `row` of `pre`, the values before the
+  // non-linearity. activate() rises with its argument, so only the kept
+  // values need it: pooling then costs k activations instead of `columns`.
+  // A row that reaches where the written-out tanh turns to NaN is activated
+  // whole before pooling, so such a row pools exactly as it always did.
+  template <class Emit>
+  static void kMaxActivatedRow(const Eigen::MatrixXd& pre, int row, int columns, int k, std::vector<char>& taken,
+                               std::vector<double>& scratch, Emit emit) {
+    bool finite = true;
+    for (int c = 0; c < columns && finite; ++c) finite = std::fabs(pre(row, c)) <= 700.0;
+    if (finite) {
+      kMaxValues([&](int c) { return pre(row, c); }, columns, k, taken,
+                 [&](int rank, double v) { emit(rank, activate(v)); });
+      return;
+    }
+    scratch.resize(columns > 0 ? columns : 0);
+    for (int c = 0; c < columns; ++c) scratch[c] = activate(pre(row, c));
+    kMaxValues([&](int c) { return scratch[c]; }, columns, k, taken, emit);
+  }
+  template <class Value, class Emit>
+  static void kMaxValues(Value value, int columns, int k, std::vector<char>& taken, Emit emit) {
     taken.assign(columns > 0 ? columns : 0, 0);
     for (int rank = 0; rank < k; ++rank) {
       double best = -10000.0;
       int pick = -1;
       for (int c = 0; c < columns; ++c) {
         if (taken[c]) continue;
-        if (pick < 0 || in(row, c) > best) {
-          best = in(row, c);
+        const double v = value(c);
+        if (pick < 0 || v > best) {
+          best = v;
           pick = c;
         }
       }

@@ -107,34 +107,38 @@ bool DCNNDocVectorBuilder::buildDocVec(std::vector<analyzer::Token>& tokens,
   Eigen::Index write = 0;
   Eigen::MatrixXd pooled1(wordDim, firstPoolSize);
   Eigen::MatrixXd pooled2(wordDim, secondPoolSize);
+  std::vector<char> taken;
+  std::vector<double> scratch;
+  // Values before the non-linearity; only the pooled ones are activated.
+  Eigen::MatrixXd a(wordDim, length);
+  Eigen::MatrixXd dmat(wordDim, firstPoolSize);
   for (size_t b = 0; b < firstLayers.size(); ++b) {
     const ConvLayerParam& first = firstLayers[b];
     const ConvLayerParam& second = secondLayers[b];
     const int columns = length + 1 - first.windowSize;
-    Eigen::MatrixXd a(wordDim, columns);
+    pooled1.setZero();
     for (int d = 0; d < wordDim; ++d) {
       const double* row = &text[static_cast<size_t>(d) * length];
       for (int c = 0; c < columns; ++c) {
         double sum = 0.0;
         for (int i = 0; i < first.windowSize; ++i) sum += row[c + i] * (*first.filter)(d, i);
-        a(d, c) = activate(sum + (*first.bias)(d));
+        a(d, c) = sum + (*first.bias)(d);
       }
+      kMaxActivatedRow(a, d, columns, firstPoolSize, taken, scratch, [&](int rank, double v) { pooled1(d, rank) = v; });
     }
-    pooled1.setZero();
-    maxkPooling(a, pooled1, columns, firstPoolSize);
     // The second convolution runs over the pooled values in rank order,
     // which is the order the weights were trained on.
     const int columns2 = std::max(0, firstPoolSize + 1 - second.windowSize);
-    Eigen::MatrixXd dmat(wordDim, columns2);
+    pooled2.setZero();
     for (int d = 0; d < wordDim; ++d) {
       for (int c = 0; c < columns2; ++c) {
         double sum = 0.0;
         for (int i = 0; i < second.windowSize; ++i) sum += pooled1(d, c + i) * (*second.filter)(d, i);
-        dmat(d, c) = activate(sum + (*second.bias)(d));
+        dmat(d, c) = sum + (*second.bias)(d);
       }
+      kMaxActivatedRow(dmat, d, columns2, secondPoolSize, taken, scratch,
+                       [&](int rank, double v) { pooled2(d, rank) = v; });
     }
-    pooled2.setZero();
-    maxkPooling(dmat, pooled2, columns2, secondPoolSize);
     for (int d = 0; d < wordDim; ++d)
       for (int r = 0; r < secondPoolSize; ++r) features(write++) = pooled2(d, r);
   }

@@ -60,35 +60,43 @@ bool StdConvDocVectorBuilder::buildDocVec(std::vector<analyzer::Token>& tokens,
   // Embeddings side by side, one position after another; short documents
   // are padded with zero vectors at the end.
   Eigen::VectorXd text = Eigen::VectorXd::Zero(static_cast<Eigen::Index>(positions) * wordDim);
+  std::string base;
   for (int i = 0; i < n; ++i) {
     const std::string& term = tokens[i].term;
     int row = findWord(term);
     double sign = 1.0;
     if (row < 0 && term.compare(0, 4, "NOT_") == 0) {
       // A negated word counts as the opposite of its base word.
-      row = findWord(term.substr(4));
+      base.assign(term, 4, std::string::npos);
+      row = findWord(base);
       sign = -1.0;
     }
     if (row < 0) continue;
     const std::vector<double>& vec = wordVecs[row];
-    for (int d = 0; d < wordDim; ++d) text(static_cast<Eigen::Index>(i) * wordDim + d) = sign * vec[d];
+    double* slot = text.data() + static_cast<Eigen::Index>(i) * wordDim;
+    for (int d = 0; d < wordDim; ++d) slot[d] = sign * vec[d];
   }
   Eigen::VectorXd features(pooledSize);
   Eigen::Index write = 0;
   std::vector<char> taken;
+  std::vector<double> scratch;
+  // One buffer for the outputs of every layer: the narrowest window has the
+  // most positions.
+  Eigen::MatrixXd y(filterCount, positions);
   for (size_t l = 0; l < layers.size(); ++l) {
     const ConvLayerParam& layer = layers[l];
     const int width = layer.windowSize * wordDim;
     const int columns = positions + 1 - layer.windowSize;
     // Each window of positions is a contiguous slice of `text`, so the
-    // windows can be mapped as overlapping columns without a copy.
+    // windows can be mapped as overlapping columns without a copy, and the
+    // whole convolution of a layer is one matrix product.
     Eigen::Map<const Eigen::MatrixXd, 0, Eigen::OuterStride<> > windows(text.data(), width, columns,
                                                                          Eigen::OuterStride<>(wordDim));
-    Eigen::MatrixXd y = (*layer.filter) * windows;
-    y.colwise() += *layer.bias;
-    y = y.unaryExpr([](double v) { return activate(v); });
+    auto out = y.leftCols(columns);
+    out.noalias() = (*layer.filter) * windows;
+    out.colwise() += *layer.bias;
     for (int f = 0; f < filterCount; ++f)
-      kMaxRow(y, f, columns, poolSize, taken, [&](int, double value) { features(write++) = value; });
+      kMaxActivatedRow(y, f, columns, poolSize, taken, scratch, [&](int, double value) { features(write++) = value; });
   }
   finishDocVec(*outMatrix, *outBias, features, docVec);
   return true;

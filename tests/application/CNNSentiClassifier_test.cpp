@@ -180,3 +180,31 @@ TEST_F(CnnClassifierTest, ThreadsShareOneHandle) {
 }
 
 }  // namespace
+
+#ifdef VORELIN_CNN_MODEL_DIR
+// The shipped models score GBK text through their GBK configurations as they
+// score the same text in UTF-8.
+TEST(CnnShippedModelTest, GbkConfigurationsScoreAsUtf8) {
+  const std::vector<std::pair<std::string, std::vector<std::string> > > cases = {
+      {"zh", {"质量很好，非常满意", "太差了，再也不会买了", "物流很快，但是包装破损"}},
+      {"en", {"a gorgeous , witty and moving film", "a dull , lifeless mess"}},
+  };
+  for (const auto& c : cases) {
+    std::vector<double> scores[2];
+    for (int gbk = 0; gbk < 2; ++gbk) {
+      const std::string config = std::string(VORELIN_CNN_MODEL_DIR) + "/cnn_" + c.first + (gbk ? "_gbk" : "") + ".xml";
+      void* handle = nullptr;
+      StdoutCapture quiet;
+      ASSERT_EQ(1, Senti_Classifier_Init(config.c_str(), &handle)) << config;
+      for (const auto& text : c.second) {
+        double score = 99.0;
+        EXPECT_EQ(1, Senti_Classify_Perform(handle, (gbk ? toGbk(text) : text).c_str(), &score)) << text;
+        scores[gbk].push_back(score);
+      }
+      Senti_Classifier_Exit(handle);
+    }
+    EXPECT_EQ(scores[0], scores[1]) << c.first;
+    for (double s : scores[0]) EXPECT_NE(0.0, s) << c.first;
+  }
+}
+#endif

@@ -2,7 +2,8 @@
 //
 //   BM_Pipeline/N: reading, tokenizing with the default model's analyzer and
 //     labelling by its lexicon scorer, on a pool of N threads, in MB/s of
-//     review text (the work of 'vorelin corpus label').
+//     review text (the work of 'vorelin corpus label'); x_one_thread is the
+//     speed-up over the 1-thread run, load_avg the load it ran under.
 //   BM_RuleMatchText: 50 keyword rules on one thread, tokenizing included.
 //   BM_RuleMatchTokens: the same 50 rules on texts tokenized beforehand.
 //
@@ -62,11 +63,25 @@ double processCpuSeconds() {
   return static_cast<double>(ts.tv_sec) + ts.tv_nsec * 1e-9;
 }
 
+timespec wallNow() {
+  timespec ts;
+  clock_gettime(CLOCK_MONOTONIC, &ts);
+  return ts;
+}
+
+double wallSeconds(const timespec& since) {
+  timespec now = wallNow();
+  return static_cast<double>(now.tv_sec - since.tv_sec) + (now.tv_nsec - since.tv_nsec) * 1e-9;
+}
+
+double g_oneThreadRate = 0.0;
+
 void BM_Pipeline(benchmark::State& state) {
   vortm::common::SimpleThreadPool pool(static_cast<unsigned int>(state.range(0)));
   AutoPtr<vortm::trainset::TokenizedDocFilter> filter(new LexcionSentiScorerTokenizedDocFilter(g_scorer), true);
   size_t labelled = 0;
   const double cpuStart = processCpuSeconds();
+  const timespec wallStart = wallNow();
   for (auto _ : state) {
     ParallelTokenizedDocIterator docs(AutoPtr<vortm::trainset::DocReader>(new TextsReader, true), g_analyzer, pool,
                                       filter, 256);
@@ -77,6 +92,13 @@ void BM_Pipeline(benchmark::State& state) {
   state.counters["labelled"] = static_cast<double>(labelled) / static_cast<double>(state.iterations());
   state.counters["MB_per_cpu_s"] =
       static_cast<double>(state.iterations() * g_bytes) / 1e6 / (processCpuSeconds() - cpuStart);
+  // The scaling against the one-thread run of this process, beside the load
+  // it ran under: on a shared machine the second figure explains the first.
+  const double rate = static_cast<double>(state.iterations() * g_bytes) / wallSeconds(wallStart);
+  if (state.range(0) == 1) g_oneThreadRate = rate;
+  if (g_oneThreadRate > 0) state.counters["x_one_thread"] = rate / g_oneThreadRate;
+  double load[1] = {0.0};
+  if (getloadavg(load, 1) == 1) state.counters["load_avg"] = load[0];
 }
 BENCHMARK(BM_Pipeline)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(5.0);
 

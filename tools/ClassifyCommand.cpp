@@ -2,11 +2,10 @@
 #include <iconv.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "CommandLine.h"
@@ -14,6 +13,7 @@
 #include "LineReader.h"
 #include "TokenNames.h"
 #include "application/CombineSentiClassifier.h"
+#include "common/thread/SimpleThreadPool.h"
 #include "TargetClassify.h"
 #include "vorelin.h"
 
@@ -202,34 +202,29 @@ struct Line {
   long number = 0;
 };
 
-// Classifies a batch on one handle from several threads; each thread takes
-// the next unclaimed line, and results land at their line's position.
-void classifyBatch(void* handle, const std::vector<Line>& lines, std::vector<Result>& results, int threads,
-                   bool cutLongLines) {
+// Classifies a batch on one handle, on the pool when there is one; results
+// land at their line's position.
+void classifyBatch(void* handle, const std::vector<Line>& lines, std::vector<Result>& results,
+                   vortm::common::IThreadPool* pool, bool cutLongLines) {
   results.assign(lines.size(), Result());
-  std::atomic<size_t> next(0);
-  auto work = [&] {
-    for (size_t i = next++; i < lines.size(); i = next++) {
-      Result& r = results[i];
-      if (lines[i].tooLong && !cutLongLines) {
-        r.refused = true;
-        continue;
-      }
-      r.cut = lines[i].tooLong;
-      if (lines[i].text.empty()) {
-        r.empty = true;
-        continue;
-      }
-      r.ok = classifyText(handle, lines[i].text, r.score);
+  auto work = [&](size_t i) {
+    Result& r = results[i];
+    if (lines[i].tooLong && !cutLongLines) {
+      r.refused = true;
+      return;
     }
+    r.cut = lines[i].tooLong;
+    if (lines[i].text.empty()) {
+      r.empty = true;
+      return;
+    }
+    r.ok = classifyText(handle, lines[i].text, r.score);
   };
-  if (threads <= 1 || lines.size() < 2) {
-    work();
+  if (!pool || lines.size() < 2) {
+    for (size_t i = 0; i < lines.size(); ++i) work(i);
     return;
   }
-  std::vector<std::thread> pool;
-  for (int t = 0; t < threads; ++t) pool.emplace_back(work);
-  for (auto& th : pool) th.join();
+  vortm::common::forEachOnPool(*pool, lines.size(), work);
 }
 
 std::string scoreText(double score) {
@@ -436,6 +431,9 @@ int runClassify(int argc, char** argv) {
     writeOk = std::fflush(stdout) == 0 && writeOk;
   };
 
+  // One pool for the whole run; batches of lines are spread over it.
+  std::unique_ptr<vortm::common::SimpleThreadPool> pool;
+  if (threads > 1) pool.reset(new vortm::common::SimpleThreadPool(static_cast<unsigned int>(threads)));
   std::vector<Result> results;
   std::vector<Line> batch;
   if (!cl.positional().empty()) {
@@ -450,7 +448,7 @@ int runClassify(int argc, char** argv) {
     if (cl.has("explain")) {
       explainAll(batch);
     } else {
-      classifyBatch(handle, batch, results, threads, cut);
+      classifyBatch(handle, batch, results, pool.get(), cut);
       emit(batch, results);
     }
   } else {
@@ -475,7 +473,7 @@ int runClassify(int argc, char** argv) {
       if (cl.has("explain")) {
         explainAll(batch);
       } else {
-        classifyBatch(handle, batch, results, threads, cut);
+        classifyBatch(handle, batch, results, pool.get(), cut);
         emit(batch, results);
       }
     }

@@ -104,7 +104,7 @@ int runRules(int argc, char** argv) {
   };
   if (threads > 1) {
     vortm::common::SimpleThreadPool pool(static_cast<unsigned int>(threads));
-    forEachOnPool(pool, lines.size(), work);
+    vortm::common::forEachOnPool(pool, lines.size(), work);
   } else {
     for (size_t i = 0; i < lines.size(); ++i) work(i);
   }

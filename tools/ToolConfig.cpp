@@ -80,17 +80,5 @@ bool readTextLine(std::istream& in, std::string& line, bool first) {
   return true;
 }
 
-void forEachOnPool(vortm::common::IThreadPool& pool, size_t n, const std::function<void(size_t)>& work) {
-  const size_t chunks = 4 * static_cast<size_t>(pool.threadCount());
-  const size_t step = n / chunks + 1;
-  for (size_t begin = 0; begin < n; begin += step) {
-    size_t end = begin + step < n ? begin + step : n;
-    pool.submit([&work, begin, end] {
-      for (size_t i = begin; i < end; ++i) work(i);
-    });
-  }
-  pool.waitIdle();
-}
-
 }  // namespace cli
 }  // namespace vorelin

@@ -53,9 +53,6 @@ std::istream* openInput(const ToolOptions& options, std::ifstream& file, const s
 // first line) UTF-8 byte order mark.
 bool readTextLine(std::istream& in, std::string& line, bool first);
 
-// Runs work(i) for every i below n in chunks on the pool, and waits.
-void forEachOnPool(vortm::common::IThreadPool& pool, size_t n, const std::function<void(size_t)>& work);
-
 }  // namespace cli
 }  // namespace vorelin
 

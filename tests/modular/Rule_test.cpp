@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -187,6 +189,47 @@ TEST(RuleTest, RuleSetTagsKeywordsAndRanksClasses) {
   EXPECT_NEAR((2.0 / std::log2(3.0)) / 2.0 / std::sqrt(7.0), matches[0].strength, 1e-12);
   EXPECT_TRUE(set.matchText("", matches));
   EXPECT_TRUE(matches.empty());
+
+  // The set's own matching (keyword numbers, only rules of a present
+  // keyword) agrees exactly with each rule matching the buffer by itself,
+  // a rule of another kind included.
+  struct Fixed : BasicRule {
+    Fixed() : BasicRule("fixed", OP_OR) { addSubRule(SubRule()); }
+    bool match(Words& words, int, double& score) override {
+      score = words.count("b") ? 0.3 : 0.0;
+      return true;
+    }
+  };
+  const char* subs[] = {"AND:a b", "OR:a b", "OR:a|OR:b|NOT:x", "NOT:x|OR:a", "AND:b c|OR:y", "OR:c,b,a|NOT:y"};
+  std::vector<AutoPtr<Rule> > mixed;
+  for (const char* top : {"AND", "OR"})
+    for (const char* sub : subs) mixed.push_back(parseOne(ruleXml(std::string(top) + sub, top, sub)));
+  mixed.push_back(AutoPtr<Rule>(new Fixed, true));
+  RuleSet compiled;
+  ASSERT_TRUE(compiled.config((*root)["text_analyzer"], mixed));
+  std::mt19937 random(7);
+  const char* terms[] = {"a", "b", "c", "x", "y", "w"};
+  for (int doc = 0; doc < 300; ++doc) {
+    TokenBuffer buffer;
+    for (int n = random() % 12; n > 0; --n) {
+      std::string term = terms[random() % 6];
+      Token::TTag tag = term != "w" && random() % 4 ? Token::TG_TARGET : Token::TG_PLAIN;
+      vortm::analyzer::appendToken(buffer, Token(term, 0, 0, Token::TT_USER_WORD, tag));
+    }
+    std::vector<RuleSet::Match> expected;
+    for (const AutoPtr<Rule>& rule : mixed) {
+      double score = 0.0;
+      if (rule->match(buffer, score) && score > 1e-10) expected.push_back({rule->getLabel().identifier, score});
+    }
+    std::stable_sort(expected.begin(), expected.end(),
+                     [](const RuleSet::Match& x, const RuleSet::Match& y) { return x.strength > y.strength; });
+    compiled.matchTokens(buffer, matches);
+    ASSERT_EQ(expected.size(), matches.size()) << doc;
+    for (size_t i = 0; i < matches.size(); ++i) {
+      EXPECT_EQ(expected[i].classId, matches[i].classId) << doc;
+      EXPECT_EQ(expected[i].strength, matches[i].strength) << doc;
+    }
+  }
 
   vortm::testing::StdoutCapture capture;
   RuleSet missing;

@@ -1,6 +1,8 @@
 #ifndef VORTM_MODULAR_RULE_H
 #define VORTM_MODULAR_RULE_H
 
+#include <algorithm>
+#include <cmath>
 #include <map>
 #include <set>
 #include <string>
@@ -28,6 +30,8 @@ class Rule {
   // bytes; a word tagged 25 is a keyword. Lets a caller match many rules
   // against one count.
   static void countWords(analyzer::TokenBuffer& tokens, std::map<std::string, unsigned int>& words, int& count);
+  // Whether a token counts towards the length of the text.
+  static bool isCountedWord(const analyzer::Token& token);
 
   const trainset::Label& getLabel() const { return m_label; }
 
@@ -45,6 +49,12 @@ class BasicRule : public Rule {
   struct SubRule {
     SubRule() : m_operator(OP_OR) {}
     double match(std::map<std::string, unsigned int>& words, unsigned int count);
+
+    // The value over keywords given in set order; `countOf` answers the
+    // count of one of them, or null when it is absent. Shared by the word
+    // map above and by callers that keep counts by keyword number.
+    template <class Iter, class CountOf>
+    static double value(int op, Iter first, Iter last, size_t keywords, unsigned int count, CountOf countOf);
 
     int m_operator;
     std::set<std::string> m_keywords;
@@ -64,10 +74,60 @@ class BasicRule : public Rule {
   // The strength of a keyword found `count` times.
   static double keywordStrength(unsigned int count);
 
+  // Folds the subrule values, valueOf(i) for subrule i, by the operators:
+  // what match() on a word map does once it has the values.
+  template <class ValueOf>
+  bool combine(ValueOf valueOf, double& score) const;
+
  protected:
   int m_topOperator;
   std::vector<SubRule> m_subRules;
 };
+
+template <class Iter, class CountOf>
+double BasicRule::SubRule::value(int op, Iter first, Iter last, size_t keywords, unsigned int count,
+                                 CountOf countOf) {
+  double s = 0.0;
+  for (; first != last; ++first) {
+    const unsigned int* f = countOf(*first);
+    if (!f) {
+      if (op == OP_AND) return 0.0;
+      continue;
+    }
+    if (op == OP_NOT) return 0.0;
+    double strength = keywordStrength(*f);
+    if (op == OP_AND) {
+      s = s > 1e-10 ? std::min(s, strength) : strength;
+    } else {
+      s += strength;
+    }
+  }
+  if (op == OP_NOT) return 1.0;
+  if (op == OP_OR && s > 1e-10) s /= std::sqrt(static_cast<double>(keywords) + 1.0);
+  return s / std::sqrt(static_cast<double>(count) + 1.0);
+}
+
+template <class ValueOf>
+bool BasicRule::combine(ValueOf valueOf, double& score) const {
+  if (m_subRules.empty()) return false;
+  score = 0.0;
+  if (m_topOperator != OP_AND && m_topOperator != OP_OR) return true;
+  for (size_t i = 0; i < m_subRules.size(); ++i) {
+    double v = valueOf(i);
+    if (m_subRules[i].m_operator == OP_NOT) {
+      // A NOT that fails vetoes the rule; one that holds adds nothing.
+      if (v < 0.5) {
+        score = 0.0;
+        return true;
+      }
+    } else if (m_topOperator == OP_AND) {
+      if (i == 0 || score > v) score = v;
+    } else {
+      if (i == 0 || v > score) score = v;
+    }
+  }
+  return true;
+}
 
 }  // namespace modular
 }  // namespace vortm

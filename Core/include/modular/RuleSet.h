@@ -2,6 +2,7 @@
 #define VORTM_MODULAR_RULESET_H
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "analyzer/Tokenizer.h"
@@ -45,7 +46,21 @@ class RuleSet {
   size_t keywordCount() const { return m_keywordCount; }
 
  private:
+  // Each keyword of the rules gets a number; a basic rule keeps, per
+  // subrule, the numbers of its keywords in set order, so a text's keyword
+  // counts are an array lookup and only the rules of a keyword present in
+  // the text are looked at. Rules of other kinds match on a word map.
+  struct Compiled {
+    const BasicRule* rule;  // null for a rule of another kind
+    std::vector<std::vector<unsigned int> > subRuleKeywords;
+  };
+  void compile();
+
   std::vector<common::AutoPtr<Rule> > m_rules;
+  std::vector<Compiled> m_compiled;
+  std::unordered_map<std::string, unsigned int> m_keywordIds;
+  std::vector<std::vector<unsigned int> > m_rulesOfKeyword;
+  std::vector<unsigned int> m_otherRules;
   common::AutoPtr<TextAnalyzer> m_textAnalyzerPtr;
   common::AutoPtr<analyzer::Tokenizer> m_headPtr;
   size_t m_keywordCount;

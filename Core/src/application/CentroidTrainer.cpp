@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "application/CentroidSentiClassifier.h"
+#include "common/thread/SimpleThreadPool.h"
 #include "configure/BasicParamParser.h"
 #include "modular/IDocVectorBuilder.h"
 #include "modular/StandardDocVectorBuilder.h"
@@ -40,23 +41,11 @@ std::string xmlEscape(const std::string& text) {
 }
 
 // Runs work(i) for i in [0, count) on `threads` threads, reporting progress
-// from the calling thread's share.
+// every 256 items.
 void parallelFor(size_t count, unsigned int threads, const std::function<void(size_t)>& work,
                  const std::function<void(size_t)>& tick) {
-  std::atomic<size_t> next(0);
-  auto worker = [&](bool reporting) {
-    for (;;) {
-      size_t i = next.fetch_add(1);
-      if (i >= count) break;
-      work(i);
-      if (reporting && (i % 256) == 0) tick(i);
-    }
-  };
-  std::vector<std::thread> pool;
-  for (unsigned int t = 1; t < threads; ++t) pool.emplace_back(worker, false);
-  worker(true);
-  for (std::thread& thread : pool) thread.join();
-  tick(count);
+  common::SimpleThreadPool pool(threads);
+  common::forEachOnPool(pool, count, work, 256, tick);
 }
 
 bool isAscii(const std::string& word) {

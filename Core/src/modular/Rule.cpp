@@ -10,16 +10,19 @@ namespace modular {
 using analyzer::Token;
 using analyzer::TokenBuffer;
 
+bool Rule::isCountedWord(const Token& token) {
+  return token.type == Token::TT_CH_WORD || token.type == Token::TT_USER_WORD ||
+         (token.type == Token::TT_EN_WORD && token.term.size() >= 2 && token.term.size() <= 50 &&
+          utility::Utility::isEnWord(token.term.data(), static_cast<unsigned int>(token.term.size())));
+}
+
 void Rule::countWords(TokenBuffer& tokens, std::map<std::string, unsigned int>& words, int& count) {
   count = 0;
   common::AutoPtr<TokenBuffer::Iterator> it = tokens.iterator();
   Token token;
   while (it->hasNext()) {
     it->next(token);
-    bool word = token.type == Token::TT_CH_WORD || token.type == Token::TT_USER_WORD ||
-                (token.type == Token::TT_EN_WORD && token.term.size() >= 2 && token.term.size() <= 50 &&
-                 utility::Utility::isEnWord(token.term.data(), static_cast<unsigned int>(token.term.size())));
-    if (!word) continue;
+    if (!isCountedWord(token)) continue;
     ++count;
     if (token.tag == Token::TG_TARGET) ++words[token.term];
   }
@@ -35,24 +38,11 @@ double BasicRule::keywordStrength(unsigned int count) {
 }
 
 double BasicRule::SubRule::match(std::map<std::string, unsigned int>& words, unsigned int count) {
-  double s = 0.0;
-  for (const std::string& keyword : m_keywords) {
-    std::map<std::string, unsigned int>::const_iterator found = words.find(keyword);
-    if (found == words.end()) {
-      if (m_operator == OP_AND) return 0.0;
-      continue;
-    }
-    if (m_operator == OP_NOT) return 0.0;
-    double strength = keywordStrength(found->second);
-    if (m_operator == OP_AND) {
-      s = s > 1e-10 ? std::min(s, strength) : strength;
-    } else {
-      s += strength;
-    }
-  }
-  if (m_operator == OP_NOT) return 1.0;
-  if (m_operator == OP_OR && s > 1e-10) s /= std::sqrt(static_cast<double>(m_keywords.size()) + 1.0);
-  return s / std::sqrt(static_cast<double>(count) + 1.0);
+  return value(m_operator, m_keywords.begin(), m_keywords.end(), m_keywords.size(), count,
+               [&words](const std::string& keyword) -> const unsigned int* {
+                 std::map<std::string, unsigned int>::const_iterator found = words.find(keyword);
+                 return found == words.end() ? nullptr : &found->second;
+               });
 }
 
 bool BasicRule::match(TokenBuffer& tokens, double& score) {
@@ -64,25 +54,7 @@ bool BasicRule::match(TokenBuffer& tokens, double& score) {
 }
 
 bool BasicRule::match(std::map<std::string, unsigned int>& words, int count, double& score) {
-  if (m_subRules.empty()) return false;
-  score = 0.0;
-  if (m_topOperator != OP_AND && m_topOperator != OP_OR) return true;
-  for (size_t i = 0; i < m_subRules.size(); ++i) {
-    SubRule& sub = m_subRules[i];
-    double v = sub.match(words, static_cast<unsigned int>(count));
-    if (sub.m_operator == OP_NOT) {
-      // A NOT that fails vetoes the rule; one that holds adds nothing.
-      if (v < 0.5) {
-        score = 0.0;
-        return true;
-      }
-    } else if (m_topOperator == OP_AND) {
-      if (i == 0 || score > v) score = v;
-    } else {
-      if (i == 0 || v > score) score = v;
-    }
-  }
-  return true;
+  return combine([&](size_t i) { return m_subRules[i].match(words, static_cast<unsigned int>(count)); }, score);
 }
 
 bool BasicRule::getKeywords(std::set<std::string>& keywords) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <typeinfo>
 
 #include "analyzer/TrieDict.h"
 #include "analyzer/TrieDictMaxForwardTokenizer.h"
@@ -34,6 +35,7 @@ bool RuleSet::config(const Parameter& analyzerParam, const std::string& rulesPat
 bool RuleSet::config(const Parameter& analyzerParam, const std::vector<AutoPtr<Rule> >& rules) {
   common::gfn_creatorRegister();
   m_rules = rules;
+  compile();
   m_headPtr = AutoPtr<analyzer::Tokenizer>();
   if (!TextAnalyzer::configTextAnalyzer(analyzerParam, m_textAnalyzerPtr)) {
     gfn_pLoggerInstance(0, "", 0)->LogWarn("101", "Failed to Init Text Analyzer");
@@ -65,6 +67,33 @@ bool RuleSet::config(const Parameter& analyzerParam, const std::vector<AutoPtr<R
   return true;
 }
 
+void RuleSet::compile() {
+  m_compiled.assign(m_rules.size(), Compiled{nullptr, {}});
+  m_keywordIds.clear();
+  m_rulesOfKeyword.clear();
+  m_otherRules.clear();
+  for (unsigned int r = 0; r < m_rules.size(); ++r) {
+    Rule* rule = m_rules[r].get();
+    // A subclass of BasicRule may match differently, so only the class itself.
+    if (!rule || typeid(*rule) != typeid(BasicRule)) {
+      if (rule) m_otherRules.push_back(r);
+      continue;
+    }
+    Compiled& compiled = m_compiled[r];
+    compiled.rule = static_cast<const BasicRule*>(rule);
+    for (const BasicRule::SubRule& sub : compiled.rule->getSubRules()) {
+      compiled.subRuleKeywords.emplace_back();
+      for (const std::string& keyword : sub.m_keywords) {
+        auto added = m_keywordIds.emplace(keyword, static_cast<unsigned int>(m_rulesOfKeyword.size()));
+        if (added.second) m_rulesOfKeyword.emplace_back();
+        std::vector<unsigned int>& owners = m_rulesOfKeyword[added.first->second];
+        if (owners.empty() || owners.back() != r) owners.push_back(r);
+        compiled.subRuleKeywords.back().push_back(added.first->second);
+      }
+    }
+  }
+}
+
 bool RuleSet::tokenize(const std::string& text, TokenBuffer& tokens) const {
   if (!m_headPtr) return false;
   return text.empty() || m_headPtr.get()->doTokenize(text, tokens, true, 0);
@@ -72,16 +101,53 @@ bool RuleSet::tokenize(const std::string& text, TokenBuffer& tokens) const {
 
 void RuleSet::matchTokens(TokenBuffer& tokens, std::vector<Match>& matches) const {
   matches.clear();
-  std::map<std::string, unsigned int> words;
+  // Counts by keyword number, kept per thread and zeroed again after use, so
+  // that a text costs no allocation however many keywords the rules have.
+  thread_local std::vector<unsigned int> counts;
+  if (counts.size() < m_rulesOfKeyword.size()) counts.resize(m_rulesOfKeyword.size(), 0);
+  std::vector<unsigned int> present;
+  std::map<std::string, unsigned int> words;  // only for rules of other kinds
   int count = 0;
-  Rule::countWords(tokens, words, count);
-  // No keyword, no rule of positive strength: every rule needs one present.
-  if (words.empty()) return;
-  for (const AutoPtr<Rule>& rule : m_rules) {
-    double score = 0.0;
-    if (rule.get()->match(words, count, score) && score > 1e-10)
-      matches.push_back(Match{rule.get()->getLabel().identifier, score});
+  common::AutoPtr<TokenBuffer::Iterator> it = tokens.iterator();
+  Token token;
+  while (it->hasNext()) {
+    it->next(token);
+    if (!Rule::isCountedWord(token)) continue;
+    ++count;
+    if (token.tag != Token::TG_TARGET) continue;
+    if (!m_otherRules.empty()) ++words[token.term];
+    auto id = m_keywordIds.find(token.term);
+    if (id != m_keywordIds.end() && counts[id->second]++ == 0) present.push_back(id->second);
   }
+  // No keyword, no rule of positive strength: every rule needs one present.
+  if (present.empty() && words.empty()) return;
+
+  std::vector<unsigned int> candidates = m_otherRules;
+  for (unsigned int id : present)
+    candidates.insert(candidates.end(), m_rulesOfKeyword[id].begin(), m_rulesOfKeyword[id].end());
+  std::sort(candidates.begin(), candidates.end());
+  candidates.erase(std::unique(candidates.begin(), candidates.end()), candidates.end());
+  const unsigned int* countsOf = counts.data();
+  auto countOf = [countsOf](unsigned int id) { return countsOf[id] ? &countsOf[id] : nullptr; };
+  for (unsigned int r : candidates) {
+    const Compiled& compiled = m_compiled[r];
+    double score = 0.0;
+    bool ok;
+    if (compiled.rule) {
+      const std::vector<BasicRule::SubRule>& subs = compiled.rule->getSubRules();
+      ok = compiled.rule->combine(
+          [&](size_t i) {
+            const std::vector<unsigned int>& ids = compiled.subRuleKeywords[i];
+            return BasicRule::SubRule::value(subs[i].m_operator, ids.begin(), ids.end(), ids.size(),
+                                             static_cast<unsigned int>(count), countOf);
+          },
+          score);
+    } else {
+      ok = m_rules[r].get()->match(words, count, score);
+    }
+    if (ok && score > 1e-10) matches.push_back(Match{m_rules[r].get()->getLabel().identifier, score});
+  }
+  for (unsigned int id : present) counts[id] = 0;
   std::stable_sort(matches.begin(), matches.end(),
                    [](const Match& a, const Match& b) { return a.strength > b.strength; });
 }

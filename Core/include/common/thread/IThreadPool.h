@@ -41,6 +41,14 @@ class IThreadPool {
   virtual size_t queueCapacity() const = 0;
 };
 
+// Runs work(i) for every i below n on the pool, `chunk` items to a task (0:
+// about four tasks per thread), and waits until all have run. After queueing
+// each task the calling thread hands `progress`, if given, the number of
+// items finished so far; it ends with n. Since a full queue makes the
+// caller wait, the figures follow the work.
+void forEachOnPool(IThreadPool& pool, size_t n, const std::function<void(size_t)>& work, size_t chunk = 0,
+                   const std::function<void(size_t)>& progress = std::function<void(size_t)>());
+
 }  // namespace common
 }  // namespace vortm
 

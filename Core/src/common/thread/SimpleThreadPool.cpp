@@ -1,5 +1,7 @@
 #include "common/thread/SimpleThreadPool.h"
 
+#include <algorithm>
+#include <atomic>
 #include <exception>
 #include <utility>
 
@@ -7,6 +9,22 @@
 
 namespace vortm {
 namespace common {
+
+void forEachOnPool(IThreadPool& pool, size_t n, const std::function<void(size_t)>& work, size_t chunk,
+                   const std::function<void(size_t)>& progress) {
+  if (chunk == 0) chunk = n / (4 * static_cast<size_t>(std::max(1u, pool.threadCount()))) + 1;
+  std::atomic<size_t> done(0);
+  for (size_t begin = 0; begin < n; begin += chunk) {
+    const size_t end = std::min(n, begin + chunk);
+    pool.submit([&work, &done, begin, end] {
+      for (size_t i = begin; i < end; ++i) work(i);
+      done += end - begin;
+    });
+    if (progress) progress(done.load());
+  }
+  pool.waitIdle();
+  if (progress) progress(n);
+}
 
 unsigned int SimpleThreadPool::defaultThreadCount() {
   unsigned int n = std::thread::hardware_concurrency();

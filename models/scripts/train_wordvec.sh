@@ -36,7 +36,7 @@ fasttext skipgram -input "$WORK/zh.tokens" -output "$WORK/ft" -dim 100 -ws 5 -ep
 "$VORELIN" model inspect --type vocabulary --top 1000000 models/centroid/zh.vocab |
   awk -F'\t' '$1 == "word" { print $2 }' > "$WORK/zh.vocab.txt"
 /usr/bin/python3 models/scripts/wordvec_files.py "$WORK/ft.vec" "$WORK/zh.tokens" "$WORK/zh.vocab.txt" \
-  --keep 5000 --neighbours 10 --vec-out "$WORK/zh.vec" --expand-out "$WORK/zh.expand"
+  --keep 5000 --neighbours 5 --vec-out "$WORK/zh.vec" --expand-out "$WORK/zh.expand"
 "$VORELIN" train centroid --quiet --config "$BUILD/models/centroid/centroid_zh.xml" --out "$WORK/vec" \
   --c 8 --min-df 3 --max-size 5000 --no-bias --non-ascii-only --word-vec "$WORK/zh.vec" "$WORK/zh.tsv"
 "$VORELIN" train centroid --quiet --config "$BUILD/models/centroid/centroid_zh.xml" --out "$WORK/expand" \

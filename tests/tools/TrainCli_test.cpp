@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "TestSupport.h"
@@ -97,6 +98,36 @@ TEST(TrainCliTest, LabelFormsAndBadCorpora) {
   EXPECT_EQ(2, run(trainArgs(dir, dir.file("mixed.tsv"), "--min-df 0")).code);
   EXPECT_EQ(0, run("train centroid --help", false).code);
   EXPECT_EQ(1, run("train centroid --config /no/such.xml --out x y").code);
+}
+
+TEST(TrainCliTest, TrainsWithEitherWordBuilder) {
+  TempDir dir;
+  // Two directions: praise words along the first, blame along the second.
+  writeFile(dir.file("w.vec"), "6 2\n满意 1 0\n好评 0.9 0.1\n不错 0.8 0\n失望 0 1\n差评 0.1 0.9\n很差 0 0.8\n");
+  writeFile(dir.file("w.expand"), "满意 好评:0.9;不错:0.8\n失望 差评:0.9;很差:0.8\n");
+  const std::pair<std::string, std::string> kinds[] = {{"--word-vec", "w.vec"}, {"--word-expand", "w.expand"}};
+  for (const auto& kind : kinds) {
+    SCOPED_TRACE(kind.first);
+    CommandRun r = run(trainArgs(dir, kData + "/centroid/tiny.tsv",
+                                 "--c 50 --epochs 30 " + kind.first + " " + dir.file(kind.second)));
+    ASSERT_EQ(0, r.code) << r.out;
+    std::string xml = readFile(dir.file("m.xml"));
+    std::string builder = kind.first == "--word-vec" ? "word_vec" : "word_expand";
+    EXPECT_NE(std::string::npos, xml.find("<identifier>" + builder + "_doc_vec_builder</identifier>")) << xml;
+    EXPECT_NE(std::string::npos, xml.find("<" + builder + "_file>" + dir.file(kind.second) + "</")) << xml;
+    CommandRun scored = run("classify --quiet --config " + dir.file("m.xml") + " '非常满意' '很失望'", false);
+    ASSERT_EQ(0, scored.code) << scored.out;
+    std::vector<std::string> lines = vortm::testing::splitLines(scored.out);
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_GT(std::stod(lines[0]), 0.0);
+    EXPECT_LT(std::stod(lines[1]), 0.0);
+  }
+  // A vector file of one dimension, and a missing expansion file, cannot train.
+  writeFile(dir.file("flat.vec"), "2 1\n满意 1\n失望 0\n");
+  EXPECT_EQ(1, run(trainArgs(dir, kData + "/centroid/tiny.tsv", "--word-vec " + dir.file("flat.vec"))).code);
+  EXPECT_EQ(1, run(trainArgs(dir, kData + "/centroid/tiny.tsv", "--word-expand " + dir.file("absent"))).code);
+  EXPECT_EQ(2, run(trainArgs(dir, kData + "/centroid/tiny.tsv",
+                             "--word-vec " + dir.file("w.vec") + " --word-expand " + dir.file("w.expand"))).code);
 }
 
 TEST(TrainCliTest, InspectRejectsWhatIsNotAModel) {

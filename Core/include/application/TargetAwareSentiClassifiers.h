@@ -76,12 +76,15 @@ class TargetAwareStandardSentiClassifier : public ITargetAwareSentiClassifier {
   bool classify(const std::string& text, const std::vector<std::string>& targets, double& score) override;
   bool update(const configure::Parameter& param);
   bool sentiClassifyCombine(const std::string& text, const std::vector<std::string>& targets, double& score);
-  // classify() finds the targets through a tokenizer of its own whose tokens
-  // carry tag 29 (type 4 OR tag 25), and the target weighters count only
-  // tag-25 tokens as targets, so on its own it finds no target. This call
-  // first teaches both analyzers the targets as tag-25 words, then passes
-  // classify() the targets behind a line feed: no line of text holds such a
-  // word, and the scorers trim it off. Same threading rule as classify().
+  // An addition beside classify(), which keeps the library's documented
+  // behaviour: classify() attaches the targets through the analyzer's
+  // user-word tokenizer, whose tokens carry tag 29 (type 4 OR tag 25), while
+  // the target weighters count only tag-25 tokens as targets, so on its own
+  // it finds no target and scores 0.0. This call first teaches both
+  // analyzers the targets as tag-25 words, then passes classify() the
+  // targets behind a line feed: no line of text holds such a word, and the
+  // scorers trim it off. The CLI and the example host score targets through
+  // it. Same threading rule as classify().
   bool classifyMarkingTargets(const std::string& text, const std::vector<std::string>& targets, double& score);
 
   double getLexiconWeight() const { return m_lexiconWeight; }

@@ -152,29 +152,45 @@ class ScratchLease {
 // another kind, which is then run through its own interface.
 bool fillCharLengths(const CharacterLexer& lexer, const unsigned char* text, unsigned int length,
                      unsigned int* refs) {
-  const bool utf8 = typeid(lexer) == typeid(UTF8CharacterLexer);
-  if (!utf8 && typeid(lexer) != typeid(GBKCharacterLexer)) return false;
-  std::fill(refs, refs + length, 1u);
+  // Bytes a character takes by its lead byte, 0 where the lexer fails.
+  struct Sizes {
+    explicit Sizes(bool utf8) {
+      for (unsigned int b = 0; b < 256; ++b) {
+        if (b < 0x80)
+          of[b] = 1;
+        else if (!utf8)
+          of[b] = 2;
+        else if ((b & 0xC0) == 0x80)
+          of[b] = 1;  // a stray continuation byte stands alone
+        else if ((b & 0xE0) == 0xC0)
+          of[b] = 2;
+        else if ((b & 0xF0) == 0xE0)
+          of[b] = 3;
+        else
+          of[b] = 0;  // four-byte and longer leads are not supported
+      }
+    }
+    unsigned char of[256];
+  };
+  static const Sizes utf8Sizes(true), gbkSizes(false);
+  const Sizes* sizes;
+  if (typeid(lexer) == typeid(UTF8CharacterLexer))
+    sizes = &utf8Sizes;
+  else if (typeid(lexer) == typeid(GBKCharacterLexer))
+    sizes = &gbkSizes;
+  else
+    return false;
   unsigned int i = 0;
   while (i < length) {
-    const unsigned char lead = text[i];
-    unsigned int size;
-    if (lead < 0x80)
-      size = 1;
-    else if (!utf8)
-      size = 2;
-    else if ((lead & 0xC0) == 0x80)
-      size = 1;  // a stray continuation byte stands alone
-    else if ((lead & 0xE0) == 0xC0)
-      size = 2;
-    else if ((lead & 0xF0) == 0xE0)
-      size = 3;
-    else
-      return true;  // four-byte and longer leads fail the lexer
-    if (size > length - i) return true;  // cut short: the lexer fails here too
+    const unsigned int size = sizes->of[text[i]];
+    // A failing lead, or a character cut short by the end: from here on
+    // every byte stands alone.
+    if (size == 0 || size > length - i) break;
     refs[i] = size;
+    for (unsigned int k = 1; k < size; ++k) refs[i + k] = 1;
     i += size;
   }
+  for (; i < length; ++i) refs[i] = 1;
   return true;
 }
 

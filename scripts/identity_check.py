@@ -1,15 +1,16 @@
 #!/usr/bin/env python3
 """Proves that a build tokenizes and scores exactly as the recorded reference.
 
-Runs `vorelin tokenize` and `vorelin classify` with the default model over the
-held-out lines of both shared corpora and compares the outputs with
-tests/data/identity/reference.txt: one SHA-256 per corpus and output kind,
+Runs `vorelin tokenize` and `vorelin classify` with one model over the
+held-out lines of both shared corpora and compares the outputs with a
+reference under tests/data/identity/ (reference.txt unless --reference names
+another file there): one SHA-256 per corpus and output kind,
 one short hash per block of 500 input lines (so a failure names the block),
 and the first lines of each output in full (so a failure early on shows the
 line itself).
 
-  identity_check.py check  --vorelin PATH --config FILE [--corpora DIR]
-  identity_check.py record --vorelin PATH --config FILE [--corpora DIR]
+  identity_check.py check  --vorelin PATH --config FILE [--reference NAME] [--corpora DIR]
+  identity_check.py record --vorelin PATH --config FILE [--reference NAME] [--corpora DIR]
 
 `record` rewrites the reference; run it only from a build whose behaviour is
 the one to keep. Exit codes: 0 identical, 1 different, 77 corpora absent.
@@ -25,7 +26,7 @@ ROOT = os.path.dirname(HERE)
 sys.path.insert(0, os.path.join(ROOT, "models", "scripts"))
 import corpus  # noqa: E402
 
-REFERENCE = os.path.join(ROOT, "tests", "data", "identity", "reference.txt")
+REFERENCE_DIR = os.path.join(ROOT, "tests", "data", "identity")
 BLOCK = 500
 SAMPLE_LINES = 40
 SKIP = 77
@@ -74,9 +75,9 @@ def measure(args):
     return results
 
 
-def write_reference(results):
-    os.makedirs(os.path.dirname(REFERENCE), exist_ok=True)
-    with open(REFERENCE, "w", encoding="utf-8") as f:
+def write_reference(path, results):
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "w", encoding="utf-8") as f:
         f.write("# Written by scripts/identity_check.py record; do not edit by hand.\n")
         for (lang, kind), (count, whole, blocks, sample) in sorted(results.items()):
             f.write("[%s %s] texts=%d sha256=%s\n" % (lang, kind, count, whole))
@@ -85,9 +86,9 @@ def write_reference(results):
                 f.write("| %s\n" % s)
 
 
-def read_reference():
+def read_reference(path):
     ref, key = {}, None
-    with open(REFERENCE, encoding="utf-8") as f:
+    with open(path, encoding="utf-8") as f:
         for line in f:
             line = line.rstrip("\n")
             if line.startswith("["):
@@ -132,18 +133,20 @@ def main():
     p.add_argument("mode", choices=["check", "record"])
     p.add_argument("--vorelin", required=True)
     p.add_argument("--config", required=True)
+    p.add_argument("--reference", default="reference.txt")
     p.add_argument("--corpora")
     args = p.parse_args()
     folder = corpus.corpora_dir(args.corpora)
     if not all(os.path.exists(os.path.join(folder, f)) for f in corpus.FILES.values()):
         print("identity check skipped: the corpora are not in %s" % folder)
         return SKIP
+    reference = os.path.join(REFERENCE_DIR, os.path.basename(args.reference))
     results = measure(args)
     if args.mode == "record":
-        write_reference(results)
-        print("reference written to %s" % REFERENCE)
+        write_reference(reference, results)
+        print("reference written to %s" % reference)
         return 0
-    return 0 if compare(read_reference(), results) else 1
+    return 0 if compare(read_reference(reference), results) else 1
 
 
 if __name__ == "__main__":

@@ -1,12 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <random>
 
 #include "TokenStreams.h"
 #include "analyzer/BasicTokenizer.h"
 #include "analyzer/BasicWeiboTokenizer.h"
 #include "analyzer/ChNGramTokenizer.h"
+#include "analyzer/GBKCharacterLexer.h"
 #include "analyzer/SentenceTokenizer.h"
+#include "analyzer/UTF8CharacterLexer.h"
 
 using namespace vortm::analyzer;
 using namespace vortm::testing;
@@ -39,6 +42,32 @@ TEST(BasicTokenizerTest, Classes) {
                     "\xA1\xB1/8/9/12/1", "\xA3\xBF/10/11/13/1", "\xA1\xA3/12/13/9/1", "\xA3\xE1/14/15/1/1",
                     "\xC4/16/16/1/1"}),
             run(t, "gbk", "\xC4\xE3\xA3\xAC\xA1\xB0\xBA\xC3\xA1\xB1\xA3\xBF\xA1\xA3\xA3\xE1\xC4"));
+}
+
+// Lexers of a derived type are run through their interface, while the
+// library's own are run inline over the bytes; both must cut every byte
+// string alike, cut-off and four-byte sequences included.
+TEST(BasicTokenizerTest, InlineLexingMatchesTheLexers) {
+  struct SlowUTF8 : UTF8CharacterLexer {};
+  struct SlowGBK : GBKCharacterLexer {};
+  const unsigned char alphabet[] = {'a', 'Z', ' ', '?', '\n', 0x80, 0xA3, 0xBF, 0xC2, 0xB7, 0xE4, 0xBD,
+                                    0xA0, 0xEF, 0xBC, 0x8C, 0xF0, 0x9F, 0xB0, 0xF7};
+  std::mt19937 random(19);
+  for (const std::string encode : {"utf-8", "gbk"}) {
+    BasicTokenizer t;
+    std::map<std::string, std::string> param = {{"encode", encode}};
+    ASSERT_TRUE(t.config(param));
+    for (int round = 0; round < 300; ++round) {
+      std::string text(1 + random() % 24, ' ');
+      for (char& c : text) c = static_cast<char>(alphabet[random() % sizeof(alphabet)]);
+      TokenBuffer inline_, slow;
+      ASSERT_TRUE(t.doTokenize(text, inline_, false, 5));
+      vortm::common::AutoPtr<CharacterLexer> lexer(
+          encode == "gbk" ? static_cast<CharacterLexer*>(new SlowGBK()) : new SlowUTF8(), true);
+      ASSERT_TRUE(t.doTokenize(text, lexer, slow, 5));
+      ASSERT_EQ(tokenStream(slow), tokenStream(inline_)) << encode << " round " << round;
+    }
+  }
 }
 
 TEST(BasicWeiboTokenizerTest, TopicsAndMentions) {

@@ -30,6 +30,9 @@ class BasicEWordTokenFilter : public TokenFilter {
   static const std::string PARAM_TO_LOWCASE;
 
  private:
+  // A clone's start: the settings and shared lists of `source`, a chain of its own.
+  explicit BasicEWordTokenFilter(const BasicEWordTokenFilter* source);
+
   // Read from the configuration and carried into clones; there is no stemmer,
   // so words are never stemmed whatever it says.
   bool m_isStem;

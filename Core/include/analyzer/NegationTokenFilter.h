@@ -27,6 +27,10 @@ class NegationTokenFilter : public TokenFilter {
   static const std::string PARAM_AFTER_ONLY_DEGREE_WORDS_FILE;
 
  protected:
+  // A fresh filter sharing `afterOnly`; clones are made on every isolated
+  // call, so the set is shared at construction rather than assigned later.
+  explicit NegationTokenFilter(const WordSetPtr& afterOnly);
+
   static bool isScopeEnd(Token::TType type);
   // A negation word that opens a scope here; those that count only behind a
   // degree word do not.

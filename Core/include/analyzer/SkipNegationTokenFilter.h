@@ -25,6 +25,8 @@ class SkipNegationTokenFilter : public NegationTokenFilter {
   static const unsigned int NEGATION_REACH = 12;
 
  private:
+  explicit SkipNegationTokenFilter(const WordSetPtr& afterOnly);
+
   // 0 until a negation is seen; a closed scope holds 0xFFFFFFFF, which the
   // unsigned arithmetic below turns into a reach up to byte 11.
   unsigned int m_lastNegationEnd;

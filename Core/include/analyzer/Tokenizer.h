@@ -70,7 +70,10 @@ class Tokenizer : public configure::Configurable {
   bool makeLexer();
   // The lexer-taking doTokenize on a raw pointer, so that no shared AutoPtr
   // is copied on a path that several threads run at once.
-  bool doTokenizeWith(const std::string& text, CharacterLexer* lexer, TokenBuffer& out, unsigned int base);
+  bool doTokenizeWith(const char* text, unsigned int length, CharacterLexer* lexer, std::vector<unsigned int>& refs,
+                      TokenBuffer& out, unsigned int base);
+  // The chain's step on raw bytes, so that a span handed on is not copied.
+  bool doTokenizeBytes(const char* text, unsigned int length, TokenBuffer& out, bool isolated, unsigned int base);
 
   std::string m_encode;
   std::string m_lexerIdentifier;

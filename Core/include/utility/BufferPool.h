@@ -36,6 +36,15 @@ class BufferPool : public common::ObjectReader, public common::ObjectWriter {
   bool readBytesFully(void* dst, unsigned int length);
   bool readBytesTry(void* dst, unsigned int length, unsigned int& got);
   bool writeBytes(const void* data, unsigned int length);
+  // Makes room for `length` more bytes, counts them as written and returns
+  // where they go, so that a record of several fields grows the pool once.
+  unsigned char* claimWrite(unsigned long length) {
+    while (length + writeOffset > capacity) resize();
+    unsigned char* at = writePtr;
+    writePtr += length;
+    writeOffset += length;
+    return at;
+  }
   bool writeString(const char* str, int length);
   // On success `out` is a new[] block of length + 1 bytes, zero-terminated.
   bool readString(char*& out, int& length);

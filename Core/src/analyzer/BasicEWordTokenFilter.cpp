@@ -15,6 +15,14 @@ const std::string BasicEWordTokenFilter::PARAM_TO_LOWCASE = "to_lowcase";
 
 BasicEWordTokenFilter::BasicEWordTokenFilter() : m_isStem(false), m_isToLowcase(true) {}
 
+BasicEWordTokenFilter::BasicEWordTokenFilter(const BasicEWordTokenFilter* source)
+    : m_isStem(source->m_isStem),
+      m_isToLowcase(source->m_isToLowcase),
+      m_enNegSentiWords(source->m_enNegSentiWords),
+      m_enPosSentiWords(source->m_enPosSentiWords),
+      m_enStopWords(source->m_enStopWords),
+      m_enNegationWords(source->m_enNegationWords) {}
+
 BasicEWordTokenFilter::~BasicEWordTokenFilter() {}
 
 bool BasicEWordTokenFilter::config(const configure::Parameter& param) {
@@ -68,14 +76,7 @@ bool BasicEWordTokenFilter::filterInternal(Token& token) {
 }
 
 common::AutoPtr<TokenFilter> BasicEWordTokenFilter::cloneIgnoringStateInternal() {
-  BasicEWordTokenFilter* copy = new BasicEWordTokenFilter();
-  copy->m_isStem = m_isStem;
-  copy->m_isToLowcase = m_isToLowcase;
-  copy->m_enNegSentiWords = m_enNegSentiWords;
-  copy->m_enPosSentiWords = m_enPosSentiWords;
-  copy->m_enStopWords = m_enStopWords;
-  copy->m_enNegationWords = m_enNegationWords;
-  return common::AutoPtr<TokenFilter>(copy, true);
+  return common::AutoPtr<TokenFilter>(new BasicEWordTokenFilter(this), true);
 }
 
 }  // namespace analyzer

@@ -9,6 +9,9 @@ const std::string NegationTokenFilter::PARAM_AFTER_ONLY_DEGREE_WORDS_FILE = "aft
 
 NegationTokenFilter::NegationTokenFilter() : m_negationCount(0), m_inNegation(false) {}
 
+NegationTokenFilter::NegationTokenFilter(const WordSetPtr& afterOnly)
+    : m_afterOnlyDegreeWords(afterOnly), m_negationCount(0), m_inNegation(false) {}
+
 NegationTokenFilter::~NegationTokenFilter() {}
 
 bool NegationTokenFilter::config(const configure::Parameter& param) {
@@ -45,9 +48,7 @@ bool NegationTokenFilter::filterInternal(Token& token) {
 }
 
 common::AutoPtr<TokenFilter> NegationTokenFilter::cloneIgnoringStateInternal() {
-  NegationTokenFilter* copy = new NegationTokenFilter();
-  copy->m_afterOnlyDegreeWords = m_afterOnlyDegreeWords;
-  return common::AutoPtr<TokenFilter>(copy, true);
+  return common::AutoPtr<TokenFilter>(new NegationTokenFilter(m_afterOnlyDegreeWords), true);
 }
 
 }  // namespace analyzer

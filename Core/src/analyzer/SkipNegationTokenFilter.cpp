@@ -14,6 +14,9 @@ const std::string& negatedPrefix() {
 
 SkipNegationTokenFilter::SkipNegationTokenFilter() : m_lastNegationEnd(0) {}
 
+SkipNegationTokenFilter::SkipNegationTokenFilter(const WordSetPtr& afterOnly)
+    : NegationTokenFilter(afterOnly), m_lastNegationEnd(0) {}
+
 SkipNegationTokenFilter::~SkipNegationTokenFilter() {}
 
 bool SkipNegationTokenFilter::filterInternal(Token& token) {
@@ -47,9 +50,7 @@ bool SkipNegationTokenFilter::filterInternal(Token& token) {
 }
 
 common::AutoPtr<TokenFilter> SkipNegationTokenFilter::cloneIgnoringStateInternal() {
-  SkipNegationTokenFilter* copy = new SkipNegationTokenFilter();
-  copy->m_afterOnlyDegreeWords = m_afterOnlyDegreeWords;
-  return common::AutoPtr<TokenFilter>(copy, true);
+  return common::AutoPtr<TokenFilter>(new SkipNegationTokenFilter(m_afterOnlyDegreeWords), true);
 }
 
 }  // namespace analyzer

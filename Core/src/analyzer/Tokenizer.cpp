@@ -1,9 +1,14 @@
 #include "analyzer/Tokenizer.h"
 
+#include <algorithm>
+#include <cstring>
 #include <map>
 #include <memory>
+#include <typeinfo>
 
 #include "analyzer/DictTokenizer.h"
+#include "analyzer/GBKCharacterLexer.h"
+#include "analyzer/UTF8CharacterLexer.h"
 #include "common/CreatorRegister.h"
 #include "common/InstanceCreator.h"
 #include "common/Logger.h"
@@ -94,33 +99,137 @@ CharacterLexer* threadLexer(const std::string& identifier) {
   }
   return slot.get();
 }
+
+
+// What one nesting level of doTokenize needs for a call: the buffer that the
+// tokenizer writes before its filters see the tokens, and the character
+// lengths. A tokenizer is still reading its buffer while the next one works
+// on a span, so each level of the chain has its own; they are kept per
+// thread and reused, so a text costs no allocation here once they have grown.
+struct Scratch {
+  TokenBuffer buffer;
+  std::vector<unsigned int> refs;
+};
+
+class ScratchLease {
+ public:
+  ScratchLease() : m_levels(levels()) {
+    size_t depth = m_levels.depth;
+    if (depth == m_levels.items.size()) m_levels.items.emplace_back(new Scratch());
+    m_scratch = m_levels.items[depth].get();
+    m_scratch->buffer.reset();
+    ++m_levels.depth;
+  }
+  ~ScratchLease() {
+    // What one long text grew is not held for the rest of the thread's life.
+    if (m_scratch->buffer.getCapacity() > kKeepBytes) m_scratch->buffer.reInit();
+    if (m_scratch->refs.capacity() > kKeepBytes / sizeof(unsigned int)) std::vector<unsigned int>().swap(m_scratch->refs);
+    --m_levels.depth;
+  }
+  ScratchLease(const ScratchLease&) = delete;
+  ScratchLease& operator=(const ScratchLease&) = delete;
+
+  Scratch& operator*() const { return *m_scratch; }
+
+ private:
+  static const unsigned long kKeepBytes = 1UL << 22;
+  struct Levels {
+    std::vector<std::unique_ptr<Scratch> > items;
+    size_t depth = 0;
+  };
+  static Levels& levels() {
+    thread_local Levels all;
+    return all;
+  }
+
+  Levels& m_levels;
+  Scratch* m_scratch;
+};
+
+// The two lexers of the library, run straight over the bytes with their exact
+// rules: a character's length at its first byte, 1 elsewhere, and after a
+// failure every remaining byte stands alone. Returns false for a lexer of
+// another kind, which is then run through its own interface.
+bool fillCharLengths(const CharacterLexer& lexer, const unsigned char* text, unsigned int length,
+                     unsigned int* refs) {
+  // Bytes a character takes by its lead byte, 0 where the lexer fails.
+  struct Sizes {
+    explicit Sizes(bool utf8) {
+      for (unsigned int b = 0; b < 256; ++b) {
+        if (b < 0x80)
+          of[b] = 1;
+        else if (!utf8)
+          of[b] = 2;
+        else if ((b & 0xC0) == 0x80)
+          of[b] = 1;  // a stray continuation byte stands alone
+        else if ((b & 0xE0) == 0xC0)
+          of[b] = 2;
+        else if ((b & 0xF0) == 0xE0)
+          of[b] = 3;
+        else
+          of[b] = 0;  // four-byte and longer leads are not supported
+      }
+    }
+    unsigned char of[256];
+  };
+  static const Sizes utf8Sizes(true), gbkSizes(false);
+  const Sizes* sizes;
+  if (typeid(lexer) == typeid(UTF8CharacterLexer))
+    sizes = &utf8Sizes;
+  else if (typeid(lexer) == typeid(GBKCharacterLexer))
+    sizes = &gbkSizes;
+  else
+    return false;
+  unsigned int i = 0;
+  while (i < length) {
+    const unsigned int size = sizes->of[text[i]];
+    // A failing lead, or a character cut short by the end: from here on
+    // every byte stands alone.
+    if (size == 0 || size > length - i) break;
+    refs[i] = size;
+    for (unsigned int k = 1; k < size; ++k) refs[i + k] = 1;
+    i += size;
+  }
+  for (; i < length; ++i) refs[i] = 1;
+  return true;
+}
+
 }  // namespace
 
 bool Tokenizer::doTokenize(const std::string& text, TokenBuffer& out, bool isolated, unsigned int base) {
-  if (text.empty()) return true;
+  return doTokenizeBytes(text.data(), static_cast<unsigned int>(text.size()), out, isolated, base);
+}
+
+bool Tokenizer::doTokenizeBytes(const char* text, unsigned int length, TokenBuffer& out, bool isolated,
+                                unsigned int base) {
+  if (length == 0) return true;
 
   // The shared members are not copied on the isolated path: their counts are
   // unlocked.
   CharacterLexer* lexer = isolated ? threadLexer(m_lexerIdentifier) : m_lexerPtr.get();
   if (!lexer) return false;
 
-  TokenBuffer local;
-  if (!doTokenizeWith(text, lexer, local, base)) return false;
+  ScratchLease scratch;
+  TokenBuffer& local = (*scratch).buffer;
+  if (!doTokenizeWith(text, length, lexer, (*scratch).refs, local, base)) return false;
 
   AutoPtr<TokenFilter> privateFilters;
   if (isolated && m_tokenFilterPtr) privateFilters = m_tokenFilterPtr->cloneIgnoringState();
   TokenFilter* filters = isolated ? privateFilters.get() : m_tokenFilterPtr.get();
 
-  AutoPtr<TokenBuffer::Iterator> it = local.iterator();
+  TokenBuffer::Iterator it(&local);
   Token token;
-  while (it->hasNext()) {
-    it->next(token);
+  while (it.hasNext()) {
+    it.next(token);
     if (filters && filters->filter(token)) continue;
     if ((token.type == Token::TT_CH_RUN || token.type == Token::TT_TEXT_SPAN) && m_postTokenizerPtr) {
-      // Only the text goes on; the span's start becomes the base of the
-      // offsets that the next tokenizer writes.
-      std::string span(token.term.c_str());
-      if (!m_postTokenizerPtr->doTokenize(span, out, isolated, static_cast<unsigned int>(token.startOffset)))
+      // Only the text goes on, cut at its first zero byte; the span's start
+      // becomes the base of the offsets that the next tokenizer writes.
+      const void* zero = std::memchr(token.term.data(), 0, token.term.size());
+      const unsigned int spanLength = static_cast<unsigned int>(
+          zero ? static_cast<const char*>(zero) - token.term.data() : token.term.size());
+      if (!m_postTokenizerPtr->doTokenizeBytes(token.term.data(), spanLength, out, isolated,
+                                               static_cast<unsigned int>(token.startOffset)))
         return false;
     } else {
       appendToken(out, token);
@@ -131,18 +240,19 @@ bool Tokenizer::doTokenize(const std::string& text, TokenBuffer& out, bool isola
 
 bool Tokenizer::doTokenize(const std::string& text, AutoPtr<CharacterLexer> lexer, TokenBuffer& out,
                            unsigned int base) {
-  return doTokenizeWith(text, lexer.get(), out, base);
+  std::vector<unsigned int> refs;
+  return doTokenizeWith(text.data(), static_cast<unsigned int>(text.size()), lexer.get(), refs, out, base);
 }
 
-bool Tokenizer::doTokenizeWith(const std::string& text, CharacterLexer* lexer, TokenBuffer& out, unsigned int base) {
+bool Tokenizer::doTokenizeWith(const char* text, unsigned int length, CharacterLexer* lexer,
+                               std::vector<unsigned int>& refs, TokenBuffer& out, unsigned int base) {
   if (!lexer || !m_charUtilityPtr) return false;
-  if (text.empty()) return true;
-  unsigned int length = static_cast<unsigned int>(text.size());
-  unsigned int* pForwardRefBuf = new unsigned int[length];
-  doLexer(text.data(), length, *lexer, pForwardRefBuf);
-  bool ok = doTokenizeInternal(text.data(), pForwardRefBuf, length, out, base);
-  delete[] pForwardRefBuf;
-  return ok;
+  if (length == 0) return true;
+  if (refs.size() < length) refs.resize(length);
+  unsigned int* pForwardRefBuf = refs.data();
+  if (!fillCharLengths(*lexer, reinterpret_cast<const unsigned char*>(text), length, pForwardRefBuf))
+    doLexer(text, length, *lexer, pForwardRefBuf);
+  return doTokenizeInternal(text, pForwardRefBuf, length, out, base);
 }
 
 int Tokenizer::doLexer(const char* text, unsigned int length, CharacterLexer& lexer, unsigned int* forwardRefBuf) {

@@ -46,16 +46,27 @@ bool TextAnalyzer::tokenizeText(const std::string& text, TokenBuffer& buffer, bo
 
 bool TextAnalyzer::tokenizeText(const std::string& text, std::vector<Token>& tokens, bool isolated) {
   tokens.clear();
-  TokenBuffer buffer;
+  // The records are only a way station to the vector, so the buffer is one
+  // per thread and reused; one that a long text grew is not kept.
+  thread_local TokenBuffer reused;
+  struct Rewind {
+    TokenBuffer& buffer;
+    ~Rewind() {
+      if (buffer.getCapacity() > (1UL << 22)) buffer.reInit();
+      buffer.reset();
+    }
+  } rewind{reused};
+  TokenBuffer& buffer = reused;
+  buffer.reset();
   if (!tokenizeText(text, buffer, isolated)) return false;
   // Counting the records first costs one cheap pass; growing the vector by
   // doubling would hold up to three times the tokens at the last move, which
   // for a long text is most of the memory the whole analysis takes.
   tokens.reserve(buffer.countRecords());
-  AutoPtr<TokenBuffer::Iterator> it = buffer.iterator();
+  TokenBuffer::Iterator it(&buffer);
   Token token;
-  while (it->hasNext()) {
-    it->next(token);
+  while (it.hasNext()) {
+    it.next(token);
     tokens.push_back(std::move(token));
   }
   return true;

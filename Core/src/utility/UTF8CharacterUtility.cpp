@@ -22,9 +22,27 @@ const char UTF8CharacterUtility::chPunc[24][4] = {
     "\xEF\xBC\x88", "\xEF\xBC\x89", "\xE2\x80\x98", "\xE2\x80\x99", "\xE3\x80\x8A", "\xE3\x80\x8B",
     "\xC2\xB7",     "\xE2\x80\xA6", "\xE2\x97\x8F", "\xEF\xBD\x9E", "\xE3\x80\x80", "\xE2\x94\x81"};
 
+namespace {
+
+// The lead bytes that some entry of chPunc starts with: a character with any
+// other lead is in no entry, which settles almost every Chinese character
+// without a scan of the table.
+struct PuncLeads {
+  PuncLeads() {
+    for (unsigned int i = 0; i < 256; ++i) lead[i] = false;
+    for (const auto& entry : UTF8CharacterUtility::chPunc) lead[static_cast<unsigned char>(entry[0])] = true;
+  }
+  bool lead[256];
+};
+
+}  // namespace
+
 bool UTF8CharacterUtility::isChineseWordCharacter(const std::string& ch) {
   if (ch.size() <= 1) return false;
-  if (!(static_cast<unsigned char>(ch[0]) & 0x80)) return false;
+  const unsigned char first = static_cast<unsigned char>(ch[0]);
+  if (!(first & 0x80)) return false;
+  static const PuncLeads leads;
+  if (!leads.lead[first]) return true;
   return !inTable(ch, chPunc);
 }
 

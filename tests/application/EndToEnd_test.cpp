@@ -2,12 +2,13 @@
 // functions: the plain-C example host on a word-list configuration, and
 // dictionaries built with insert and saveTo in both encodings.
 #include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
 #include "TestSupport.h"
+#include "WordDict.h"
 #include "analyzer/Token.h"
-#include "analyzer/TrieDict.h"
 #include "vorelin.h"
 
 using namespace vortm;
@@ -63,15 +64,7 @@ TEST(EndToEndTest, DictionaryChainScoresAlikeInUtf8AndGbk) {
   std::vector<std::vector<double> > scores;
   for (bool gbk : {false, true}) {
     std::string dict = dir.file(gbk ? "gbk.dict" : "utf8.dict");
-    if (gbk) {
-      analyzer::TrieDict<unsigned short> trie("basicGBKLexer");
-      for (const auto& w : words) ASSERT_TRUE(trie.insert(toGbk(w.first), (Token::TT_CH_WORD << 8) | w.second));
-      ASSERT_TRUE(trie.saveTo(dict));
-    } else {
-      analyzer::TrieDict<unsigned int> trie("basicUTF8Lexer");
-      for (const auto& w : words) ASSERT_TRUE(trie.insert(w.first, (Token::TT_CH_WORD << 8) | w.second));
-      ASSERT_TRUE(trie.saveTo(dict));
-    }
+    vortm::testing::saveWordDict(words, gbk, dict);
     std::string config = dir.file(gbk ? "gbk.xml" : "utf8.xml");
     vortm::testing::writeFile(config, configFor(gbk ? "gbk" : "utf-8", dict));
     void* handle = nullptr;

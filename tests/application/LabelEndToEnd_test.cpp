@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "TestSupport.h"
+#include "WordDict.h"
 #include "analyzer/Token.h"
-#include "analyzer/TrieDict.h"
 #include "modular/SentiLabelSentiScorer.h"
 #include "utility/BufferedFileWriter.h"
 #include "vorelin.h"
@@ -47,15 +47,7 @@ TEST(LabelEndToEndTest, LabelScorerScoresAlikeInUtf8AndGbk) {
   for (bool gbk : {false, true}) {
     auto enc = [gbk](const std::string& s) { return gbk ? toGbk(s) : s; };
     std::string dict = dir.file(gbk ? "gbk.dict" : "utf8.dict");
-    if (gbk) {
-      analyzer::TrieDict<unsigned short> trie("basicGBKLexer");
-      for (const auto& w : words) ASSERT_TRUE(trie.insert(enc(w.first), (Token::TT_CH_WORD << 8) | w.second));
-      ASSERT_TRUE(trie.saveTo(dict));
-    } else {
-      analyzer::TrieDict<unsigned int> trie("basicUTF8Lexer");
-      for (const auto& w : words) ASSERT_TRUE(trie.insert(w.first, (Token::TT_CH_WORD << 8) | w.second));
-      ASSERT_TRUE(trie.saveTo(dict));
-    }
+    vortm::testing::saveWordDict(words, gbk, dict);
     std::string lexiconFile = dir.file(gbk ? "gbk.lex" : "utf8.lex");
     modular::SentiLabelSentiScorer::SentiLabelLexcion lex;
     for (const auto& e : lexicon) lex.entries()[enc(e.first)] = e.second;

@@ -1,13 +1,17 @@
 #ifndef VORELIN_BENCH_BENCHSUPPORT_H
 #define VORELIN_BENCH_BENCHSUPPORT_H
 
+#include <benchmark/benchmark.h>
 #include <iconv.h>
 
 #include <cstdint>
 #include <fstream>
+#include <iostream>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "vorelin.h"
 
 namespace vortm {
 namespace bench {
@@ -76,6 +80,56 @@ inline std::string readFileOr(const std::string& path, const std::string& fallba
   std::ostringstream s;
   s << in.rdbuf();
   return s.str();
+}
+
+// The value of a "--name=value" argument, or `fallback`.
+inline std::string flagValue(int argc, char** argv, const std::string& prefix, const std::string& fallback = "") {
+  for (int i = 1; i < argc; ++i)
+    if (std::string(argv[i]).compare(0, prefix.size(), prefix) == 0) return argv[i] + prefix.size();
+  return fallback;
+}
+
+// The lines of `textFile`, or of 4 MB of generated text when none is given;
+// their count and mean length go to standard error.
+inline std::vector<std::string> benchLines(const std::string& textFile) {
+  std::vector<std::string> lines = splitLines(readFileOr(textFile, mixedText(4 << 20)));
+  size_t bytes = 0;
+  for (const auto& l : lines) bytes += l.size();
+  std::cerr << lines.size() << " texts, " << bytes / (lines.empty() ? 1 : lines.size()) << " bytes on average\n";
+  return lines;
+}
+
+// Senti_Classifier_Init with the library's log records silenced; false with
+// a message on standard error when it fails.
+inline bool openClassifier(const std::string& config, void*& handle) {
+  std::streambuf* old = std::cout.rdbuf(nullptr);
+  const int ok = Senti_Classifier_Init(config.c_str(), &handle);
+  std::cout.rdbuf(old);
+  if (!ok) std::cerr << "cannot initialise a classifier from " << config << "\n";
+  return ok == 1;
+}
+
+inline void closeClassifier(void* handle) {
+  std::streambuf* old = std::cout.rdbuf(nullptr);
+  Senti_Classifier_Exit(handle);
+  std::cout.rdbuf(old);
+}
+
+// The benchmark loop: classifies the lines in turn from `start` on, and
+// reports bytes and texts processed.
+inline void classifyEach(benchmark::State& state, void* handle, const std::vector<std::string>& lines,
+                         size_t start = 0) {
+  size_t i = start;
+  int64_t bytes = 0;
+  for (auto _ : state) {
+    const std::string& line = lines[i++ % lines.size()];
+    double score = 0.0;
+    Senti_Classify_Perform(handle, line.c_str(), &score);
+    benchmark::DoNotOptimize(score);
+    bytes += static_cast<int64_t>(line.size());
+  }
+  state.SetBytesProcessed(bytes);
+  state.SetItemsProcessed(state.iterations());
 }
 
 }  // namespace bench

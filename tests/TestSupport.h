@@ -159,6 +159,14 @@ inline CommandRun runWithInput(const std::string& command, const std::string& in
   return run;
 }
 
+#ifdef VORELIN_CLI
+// Runs the vorelin program with a shell argument string and `input` on its
+// standard input.
+inline CommandRun runCli(const std::string& args, const std::string& input = "", bool withStderr = false) {
+  return runWithInput(std::string(VORELIN_CLI) + " " + args, input, withStderr);
+}
+#endif
+
 // UTF-8 text converted to GBK, for the tests that compare both encodings.
 inline std::string toGbk(const std::string& utf8) {
   iconv_t cd = iconv_open("GBK", "UTF-8");

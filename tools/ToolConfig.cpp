@@ -15,23 +15,75 @@ namespace cli {
 using vortm::common::AutoPtr;
 using vortm::configure::Parameter;
 
-bool findClassifierBlock(const std::string& path, bool needScorer, AutoPtr<Parameter>& root, const Parameter*& block,
-                         std::string& error) {
+namespace {
+
+bool parseConfig(const std::string& path, AutoPtr<Parameter>& root, std::string& error) {
   vortm::configure::BasicParamParser parser;
-  if (!parser.doParse(path, root) || !root) {
-    error = "cannot read the configuration " + path;
-    return false;
-  }
-  const Parameter& members = (*root)["number_senti_classifiers"];
+  if (parser.doParse(path, root) && root) return true;
+  error = "cannot read the configuration " + path;
+  return false;
+}
+
+// The "param" block of the first member classifier with a text analyzer
+// (and a lexicon scorer when asked), or null.
+const Parameter* classifierBlock(const Parameter& root, bool needScorer) {
+  const Parameter& members = root["number_senti_classifiers"];
   for (int i = 0; !members[i].isNull(); ++i) {
     const Parameter& param = members[i]["param"];
     if (param["text_analyzer"].isNull()) continue;
     if (needScorer && param["lexcion_senti_scorer"].isNull()) continue;
-    block = &param;
-    return true;
+    return &param;
   }
+  return nullptr;
+}
+
+}  // namespace
+
+bool findClassifierBlock(const std::string& path, bool needScorer, AutoPtr<Parameter>& root, const Parameter*& block,
+                         std::string& error) {
+  if (!parseConfig(path, root, error)) return false;
+  block = classifierBlock(*root, needScorer);
+  if (block) return true;
   error = path + " has no classifier with a text analyzer" + (needScorer ? " and a lexicon scorer" : "");
   return false;
+}
+
+bool findTextAnalyzer(const std::string& path, AutoPtr<Parameter>& root, const Parameter*& analyzer,
+                      std::string& error) {
+  if (!parseConfig(path, root, error)) return false;
+  analyzer = &(*root)["text_analyzer"];
+  if (!analyzer->isNull()) return true;
+  const Parameter* block = classifierBlock(*root, false);
+  if (block) {
+    analyzer = &(*block)["text_analyzer"];
+    return true;
+  }
+  error = path + " has no <text_analyzer> element";
+  return false;
+}
+
+std::string parameterXml(const Parameter& node, const std::string& name, const std::string& indent) {
+  std::string value;
+  std::string xml = indent + "<" + name;
+  if (node.getParamType() == 1) {
+    int i = 0;
+    if (node.getIntValue(i)) value = std::to_string(i);
+    xml += " type=\"int\"";
+  } else if (node.getParamType() == 2) {
+    double d = 0.0;
+    char text[32] = "";
+    if (node.getFloatValue(d)) std::snprintf(text, sizeof(text), "%.17g", d);
+    value = text;
+    xml += " type=\"numeric\"";
+  } else {
+    node.getStringValue(value);
+  }
+  xml += ">" + value;
+  if (node.size() == 0) return xml + "</" + name + ">\n";
+  xml += "\n";
+  for (unsigned int i = 0; i < node.size(); ++i)
+    xml += parameterXml(node[static_cast<int>(i)], node.getSubParamName(i), indent + "  ");
+  return xml + indent + "</" + name + ">\n";
 }
 
 bool ToolOptions::load(std::string& error) {

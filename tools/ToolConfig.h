@@ -24,6 +24,17 @@ bool findClassifierBlock(const std::string& path, bool needScorer,
                          vortm::common::AutoPtr<vortm::configure::Parameter>& root,
                          const vortm::configure::Parameter*& block, std::string& error);
 
+// The "text_analyzer" block of a configuration: the document's own when it is
+// one, else that of its first member classifier that has one. `root` keeps
+// the tree alive. False with a message in `error` otherwise.
+bool findTextAnalyzer(const std::string& path, vortm::common::AutoPtr<vortm::configure::Parameter>& root,
+                      const vortm::configure::Parameter*& analyzer, std::string& error);
+
+// A configuration block as XML, one element a line indented by two blanks
+// a level, with the types of typed values; it reads back as the same tree.
+std::string parameterXml(const vortm::configure::Parameter& node, const std::string& name,
+                         const std::string& indent = "");
+
 // Options of a command, from its command line or else from a key-value
 // file named by --options (keys are option names without the dashes).
 class ToolOptions {

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "CommandLine.h"
+#include "ToolConfig.h"
 #include "application/CentroidTrainer.h"
 #include "common/AutoPtr.h"
-#include "configure/BasicParamParser.h"
 #include "modular/TextAnalyzer.h"
 #include "utility/Utility.h"
 
@@ -54,22 +54,6 @@ const char* kHelp =
     "  --cv K            first report the accuracy of K-fold cross-validation\n"
     "  --threads N       tokenizing threads (default: one per core)\n"
     "  --quiet           no progress bar and no library messages\n";
-
-bool readFile(const std::string& path, std::string& text) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return false;
-  text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-  return true;
-}
-
-// The first <text_analyzer> element of a configuration, verbatim.
-bool extractAnalyzer(const std::string& xml, std::string& element) {
-  size_t begin = xml.find("<text_analyzer>");
-  size_t end = xml.find("</text_analyzer>", begin == std::string::npos ? 0 : begin);
-  if (begin == std::string::npos || end == std::string::npos) return false;
-  element = xml.substr(begin, end + 16 - begin);
-  return true;
-}
 
 // -1 for a label that is none of the accepted forms.
 int parseLabel(std::string label) {
@@ -164,7 +148,7 @@ std::string configurationXml(const std::string& analyzer, const std::string& voc
          "    <identifier>centroid_senti_classifier</identifier>\n"
          "    <number_weight type=\"numeric\">1.0</number_weight>\n"
          "    <param>\n"
-         "      " + analyzer + "\n"
+         + analyzer +
          "      <doc_vec_builder>\n"
          "        <identifier>" + trainer.options().builder + "</identifier>\n"
          "        <param>\n"
@@ -244,20 +228,15 @@ int trainCentroid(int argc, char** argv) {
   ProgressBar bar(!quiet && isatty(2));
   options.progress = [&bar](const std::string& stage, size_t done, size_t total) { bar.update(stage, done, total); };
 
-  std::string configText;
-  std::string analyzerXml;
-  if (!readFile(cl.get("config"), configText)) {
-    std::fprintf(stderr, "vorelin train: cannot read %s\n", cl.get("config").c_str());
-    return kFailure;
-  }
-  if (!extractAnalyzer(configText, analyzerXml)) {
-    std::fprintf(stderr, "vorelin train: %s has no <text_analyzer> element\n", cl.get("config").c_str());
-    return kFailure;
-  }
   vortm::common::AutoPtr<vortm::configure::Parameter> root;
-  vortm::configure::BasicParamParser parser;
+  const vortm::configure::Parameter* analyzerParam = nullptr;
+  std::string problem;
+  if (!findTextAnalyzer(cl.get("config"), root, analyzerParam, problem)) {
+    std::fprintf(stderr, "vorelin train: %s\n", problem.c_str());
+    return kFailure;
+  }
   vortm::modular::TextAnalyzer analyzer;
-  if (!parser.doParseFromText(analyzerXml, root) || !analyzer.config((*root)["text_analyzer"])) {
+  if (!analyzer.config(*analyzerParam)) {
     std::fprintf(stderr, "vorelin train: cannot set up the text analyzer of %s\n", cl.get("config").c_str());
     return kFailure;
   }
@@ -306,7 +285,8 @@ int trainCentroid(int argc, char** argv) {
   bar.finish();
   std::string xmlPath = prefix + ".xml";
   std::ofstream xml(xmlPath, std::ios::binary);
-  xml << configurationXml(analyzerXml, vocabularyPath, centroidPath, trainer, options.weighting);
+  xml << configurationXml(parameterXml(*analyzerParam, "text_analyzer", "      "), vocabularyPath, centroidPath,
+                          trainer, options.weighting);
   if (!xml.good()) {
     std::fprintf(stderr, "vorelin train: cannot write %s\n", xmlPath.c_str());
     return kFailure;

@@ -60,12 +60,7 @@ class LabelScorerTest : public ::testing::Test {
     return l;
   }
 
-  double score(const std::string& items) {
-    std::vector<Token> tokens = toks(items);
-    double s = 99.0;
-    EXPECT_TRUE(m_scorer.getSentiScore(tokens, s)) << items;
-    return s;
-  }
+  double score(const std::string& items) { return scoreItems(m_scorer, items); }
 
   TempDir m_dir;
   SentiLabelSentiScorer m_scorer;

@@ -14,18 +14,8 @@ using common::AutoPtr;
 using modular::ILexcionSentiScorer;
 using modular::StandardLexcionSentiScorer;
 
-namespace {
-
 // Tags 6/7 positive/negative, 8/9 weak negative/positive, 10-14 degree
 // words, 15 negation; 1 plain.
-double score(StandardLexcionSentiScorer& scorer, const std::string& items) {
-  std::vector<Token> tokens = toks(items);
-  double s = 99.0;
-  EXPECT_TRUE(scorer.getSentiScore(tokens, s)) << items;
-  return s;
-}
-
-}  // namespace
 
 TEST(StandardScorerTest, WorkedCases) {
   StandardLexcionSentiScorer scorer;
@@ -46,7 +36,7 @@ TEST(StandardScorerTest, WorkedCases) {
       // A degree word two tokens away does nothing; an erasing one leaves p = 0, yet the word counts.
       {"a/10 a a/6 a a/7", 0.0}, {"a/14 a/6 a a/6", 0.5},
   };
-  for (const auto& c : cases) EXPECT_DOUBLE_EQ(c.second, score(scorer, c.first)) << c.first;
+  for (const auto& c : cases) EXPECT_DOUBLE_EQ(c.second, scoreItems(scorer, c.first)) << c.first;
 }
 
 TEST(StandardScorerTest, WeighterSettingsAndFailures) {
@@ -55,10 +45,10 @@ TEST(StandardScorerTest, WeighterSettingsAndFailures) {
   StandardLexcionSentiScorer scorer;
   ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><quota_penalty type=\"float\">0.0</quota_penalty>"
                                         "</position_weighter>")));
-  EXPECT_DOUBLE_EQ(0.5, score(scorer, "good/6 < bad/7 >"));
+  EXPECT_DOUBLE_EQ(0.5, scoreItems(scorer, "good/6 < bad/7 >"));
   ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><quota_penalty type=\"float\">1.0</quota_penalty>"
                                         "</position_weighter>")));
-  EXPECT_DOUBLE_EQ(0.5, score(scorer, "good/6 < bad/7 >"));
+  EXPECT_DOUBLE_EQ(0.5, scoreItems(scorer, "good/6 < bad/7 >"));
 
   // Without "position_weighter" config succeeds but scoring has no weights.
   StandardLexcionSentiScorer bare;
@@ -81,20 +71,7 @@ TEST(StandardScorerTest, ExplanationComesFromTheScoringPass) {
                                         "<position_aware>true</position_aware></position_weighter>")));
   const char* cases[] = {"", "a a", "a/10 a/6 a a/7", "x/6 but/but y/7 z/15 w/8 .",
                          "< q/6 > though/though r/9 , s/6 ? t/7 . u/6 . v/7", "a/14 a/6 a a/6"};
-  for (const char* items : cases) {
-    std::vector<Token> tokens = toks(items);
-    double plain = 0.0, explained = 0.0;
-    modular::ScoreTrace trace;
-    ASSERT_TRUE(scorer.getSentiScore(tokens, plain));
-    ASSERT_TRUE(scorer.explainSentiScore(tokens, explained, trace));
-    EXPECT_EQ(plain, explained) << items;
-    EXPECT_TRUE(trace.detailed);
-    EXPECT_EQ(tokens.size(), trace.tokenCount);
-    double sum = 0.0;
-    for (const auto& w : trace.words) sum += w.contribution;
-    EXPECT_NEAR(plain, sum, 1e-12) << items;
-    EXPECT_EQ(trace.polarCount, static_cast<int>(trace.words.size()));
-  }
+  for (const char* items : cases) expectExplanationMatchesScore(scorer, items);
 
   std::vector<Token> tokens = toks("x/6 but/but y/7 z/15 w/8 .");
   double s = 0.0;

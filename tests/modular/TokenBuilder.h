@@ -12,6 +12,7 @@
 #include "common/AutoPtr.h"
 #include "configure/BasicParamParser.h"
 #include "configure/Parameter.h"
+#include "modular/ILexcionSentiScorer.h"
 
 namespace vortm {
 namespace testing {
@@ -50,6 +51,33 @@ inline common::AutoPtr<configure::Parameter> parseParam(const std::string& xml) 
   common::AutoPtr<configure::Parameter> root;
   EXPECT_TRUE(parser.doParseFromText(xml, root)) << xml;
   return root;
+}
+
+// The score of hand-built tokens; a failed call fails the test.
+template <class Scorer>
+double scoreItems(Scorer& scorer, const std::string& items) {
+  std::vector<analyzer::Token> tokens = toks(items);
+  double s = 99.0;
+  EXPECT_TRUE(scorer.getSentiScore(tokens, s)) << items;
+  return s;
+}
+
+// The explanation comes from the scoring pass itself: the same score, one
+// entry per polar word, and contributions that add up to the score.
+template <class Scorer>
+void expectExplanationMatchesScore(Scorer& scorer, const std::string& items) {
+  std::vector<analyzer::Token> tokens = toks(items);
+  double plain = 0.0, explained = 0.0;
+  modular::ScoreTrace trace;
+  ASSERT_TRUE(scorer.getSentiScore(tokens, plain));
+  ASSERT_TRUE(scorer.explainSentiScore(tokens, explained, trace));
+  EXPECT_EQ(plain, explained) << items;
+  EXPECT_TRUE(trace.detailed);
+  EXPECT_EQ(tokens.size(), trace.tokenCount);
+  double sum = 0.0;
+  for (const auto& w : trace.words) sum += w.contribution;
+  EXPECT_NEAR(plain, sum, 1e-12) << items;
+  EXPECT_EQ(trace.polarCount, static_cast<int>(trace.words.size()));
 }
 
 }  // namespace testing

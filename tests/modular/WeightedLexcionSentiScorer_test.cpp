@@ -46,12 +46,7 @@ class WeightedScorerTest : public ::testing::Test {
     ASSERT_TRUE(m_scorer.config(*parseParam(xml)));
   }
 
-  double score(const std::string& items) {
-    std::vector<Token> tokens = toks(items);
-    double s = 99.0;
-    EXPECT_TRUE(m_scorer.getSentiScore(tokens, s)) << items;
-    return s;
-  }
+  double score(const std::string& items) { return scoreItems(m_scorer, items); }
 
   TempDir m_dir;
   WeightedLexcionSentiScorer m_scorer;
@@ -111,20 +106,7 @@ TEST_F(WeightedScorerTest, ValuesAndScaling) {
 TEST_F(WeightedScorerTest, ExplanationComesFromTheScoringPass) {
   const char* cases[] = {"", "x x/10", "g/6 x/15 a/7 , x/but n/20", "l a/6 x/10 a/8 w/6", "q/15 a/6 x/10 p/22",
                          "a/6 x a/7 x a/6 ab cd", "x/15 w/6 a/9"};
-  for (const char* items : cases) {
-    std::vector<Token> tokens = toks(items);
-    double plain = 0.0, explained = 0.0;
-    modular::ScoreTrace trace;
-    ASSERT_TRUE(m_scorer.getSentiScore(tokens, plain));
-    ASSERT_TRUE(m_scorer.explainSentiScore(tokens, explained, trace));
-    EXPECT_EQ(plain, explained) << items;
-    EXPECT_TRUE(trace.detailed);
-    EXPECT_EQ(tokens.size(), trace.tokenCount);
-    double sum = 0.0;
-    for (const auto& w : trace.words) sum += w.contribution;
-    EXPECT_NEAR(plain, sum, 1e-12) << items;
-    EXPECT_EQ(trace.polarCount, static_cast<int>(trace.words.size()));
-  }
+  for (const char* items : cases) expectExplanationMatchesScore(m_scorer, items);
 
   // The factor and the word that gave it, as getBoost decides; the divisor
   // and the halving of a text with little opinion.

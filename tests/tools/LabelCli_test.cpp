@@ -8,19 +8,12 @@
 #include "TestSupport.h"
 
 using vortm::testing::CommandRun;
+using vortm::testing::runCli;
+using vortm::testing::splitLines;
 using vortm::testing::TempDir;
 using vortm::testing::writeFile;
 
 namespace {
-
-CommandRun run(const std::string& args, const std::string& input = "", bool withStderr = false) {
-  TempDir dir;
-  writeFile(dir.file("stdin"), input);
-  return vortm::testing::runCommand(std::string(VORELIN_CLI) + " " + args + " < " + dir.file("stdin") +
-                                    (withStderr ? " 2>&1" : " 2>/dev/null"));
-}
-
-std::vector<std::string> lines(const std::string& text) { return vortm::testing::splitLines(text); }
 
 TEST(LabelCliTest, LexiconBuildAndDump) {
   TempDir dir;
@@ -30,15 +23,15 @@ TEST(LabelCliTest, LexiconBuildAndDump) {
   writeFile(dir.file("b.txt"), "好\t0.5\n坏\tbad\n  # indented comment\n便宜\t1e-1\n");
   for (const char* enc : {"utf-8", "gbk"}) {
     const std::string out = dir.file(std::string("lex_") + enc);
-    CommandRun build = run(std::string("lexicon build --kind label --encoding ") + enc + " --out " + out + " " +
-                               dir.file("a.txt") + " " + dir.file("b.txt"),
-                           "", true);
+    CommandRun build = runCli(std::string("lexicon build --kind label --encoding ") + enc + " --out " + out + " " +
+                                  dir.file("a.txt") + " " + dir.file("b.txt"),
+                              "", true);
     ASSERT_EQ(0, build.code) << build.out;
     EXPECT_NE(std::string::npos, build.out.find(dir.file("b.txt") + ":2: malformed value: 坏\tbad")) << build.out;
     EXPECT_NE(std::string::npos, build.out.find("4 entries written")) << build.out;
-    CommandRun dump = run(std::string("lexicon dump --encoding ") + enc + " " + out);
+    CommandRun dump = runCli(std::string("lexicon dump --encoding ") + enc + " " + out);
     ASSERT_EQ(0, dump.code);
-    std::vector<std::string> got = lines(dump.out);
+    std::vector<std::string> got = splitLines(dump.out);
     EXPECT_EQ(4u, got.size()) << dump.out;
     for (const char* want : {"价格贵\t-0.8", "好\t0.5", "电池短\t-0.75", "便宜\t0.1"})
       EXPECT_NE(got.end(), std::find(got.begin(), got.end(), want)) << enc << " " << want << "\n" << dump.out;
@@ -46,19 +39,19 @@ TEST(LabelCliTest, LexiconBuildAndDump) {
 
   // Nothing valid, usage errors, unreadable files.
   writeFile(dir.file("bad.txt"), "# only\nword\nword\tnan\nx\t1.0abc\n");
-  CommandRun none = run("lexicon build --kind label --out " + dir.file("x") + " " + dir.file("bad.txt"), "", true);
+  CommandRun none = runCli("lexicon build --kind label --out " + dir.file("x") + " " + dir.file("bad.txt"), "", true);
   EXPECT_EQ(1, none.code);
   EXPECT_NE(std::string::npos, none.out.find("bad.txt:2: expected KEY<TAB>VALUE")) << none.out;
   EXPECT_NE(std::string::npos, none.out.find("bad.txt:3: malformed value")) << none.out;
-  EXPECT_EQ(0, run("lexicon --help").code);
-  EXPECT_EQ(2, run("lexicon build --out x " + dir.file("a.txt")).code);
-  EXPECT_EQ(2, run("lexicon build --kind nope --out x " + dir.file("a.txt")).code);
-  EXPECT_EQ(2, run("lexicon build --kind label --encoding latin1 --out x " + dir.file("a.txt")).code);
-  EXPECT_EQ(2, run("lexicon frob --kind label").code);
-  EXPECT_EQ(1, run("lexicon build --kind label --out x /no/such/list.txt").code);
-  EXPECT_EQ(1, run("lexicon dump /no/such.lex").code);
+  EXPECT_EQ(0, runCli("lexicon --help").code);
+  EXPECT_EQ(2, runCli("lexicon build --out x " + dir.file("a.txt")).code);
+  EXPECT_EQ(2, runCli("lexicon build --kind nope --out x " + dir.file("a.txt")).code);
+  EXPECT_EQ(2, runCli("lexicon build --kind label --encoding latin1 --out x " + dir.file("a.txt")).code);
+  EXPECT_EQ(2, runCli("lexicon frob --kind label").code);
+  EXPECT_EQ(1, runCli("lexicon build --kind label --out x /no/such/list.txt").code);
+  EXPECT_EQ(1, runCli("lexicon dump /no/such.lex").code);
   writeFile(dir.file("garbage.lex"), "\xff\xff\xff\x7f" "abc");
-  EXPECT_EQ(1, run("lexicon dump " + dir.file("garbage.lex")).code);
+  EXPECT_EQ(1, runCli("lexicon dump " + dir.file("garbage.lex")).code);
 }
 
 TEST(LabelCliTest, LabelsShowEachOpinion) {
@@ -67,9 +60,10 @@ TEST(LabelCliTest, LabelsShowEachOpinion) {
             "#! tag ATTRIBUTE_21\n价格\n电池\n#! tag SENTI_20\n贵\n短\n#! tag POSITIVE\n好\n"
             "#! tag NEGATION\n不\n#! tag DEGREE_11\n很\n");
   writeFile(dir.file("lex.txt"), "价格贵\t-0.8\n短\t-0.3\n");
-  ASSERT_EQ(0, run("dict build --quiet --encoding utf-8 --out " + dir.file("d.dict") + " " + dir.file("words.txt"))
-                   .code);
-  ASSERT_EQ(0, run("lexicon build --quiet --kind label --out " + dir.file("l.lex") + " " + dir.file("lex.txt")).code);
+  ASSERT_EQ(
+      0, runCli("dict build --quiet --encoding utf-8 --out " + dir.file("d.dict") + " " + dir.file("words.txt")).code);
+  ASSERT_EQ(0,
+            runCli("lexicon build --quiet --kind label --out " + dir.file("l.lex") + " " + dir.file("lex.txt")).code);
   writeFile(dir.file("c.xml"),
             "<number_senti_classifiers><c><identifier>lexcion_senti_classifier</identifier>"
             "<number_weight type=\"numeric\">1</number_weight><param><text_analyzer><analyzer><encode>utf-8</encode>"
@@ -82,22 +76,22 @@ TEST(LabelCliTest, LabelsShowEachOpinion) {
                 "</senti_label_extractor><senti_label_lexcion_file>" +
                 dir.file("l.lex") + "</senti_label_lexcion_file></param></lexcion_senti_scorer></param></c>"
                                     "</number_senti_classifiers>");
-  CommandRun args = run("labels --quiet --config " + dir.file("c.xml") + " 价格不贵 电池很短，好 没有");
+  CommandRun args = runCli("labels --quiet --config " + dir.file("c.xml") + " 价格不贵 电池很短，好 没有");
   ASSERT_EQ(0, args.code);
   EXPECT_EQ((std::vector<std::string>{"[价格]\t不/NEGATION [贵]\t+0.4000", "", "[电池]\t很/DEGREE_11 [短]\t-0.3600",
                                       "-\t[好]\t+1.0000", "", ""}),
-            lines(args.out));
+            splitLines(args.out));
   // Standard input, CRLF line ends dropped.
-  CommandRun in = run("labels --quiet --config " + dir.file("c.xml"), "价格贵\r\n\r\n");
+  CommandRun in = runCli("labels --quiet --config " + dir.file("c.xml"), "价格贵\r\n\r\n");
   ASSERT_EQ(0, in.code);
-  EXPECT_EQ((std::vector<std::string>{"[价格]\t[贵]\t-0.8000", "", ""}), lines(in.out));
+  EXPECT_EQ((std::vector<std::string>{"[价格]\t[贵]\t-0.8000", "", ""}), splitLines(in.out));
 
-  EXPECT_EQ(0, run("labels --help").code);
+  EXPECT_EQ(0, runCli("labels --help").code);
   // A configuration without a label scorer, and one that does not parse.
-  CommandRun plain = run("labels --config " + std::string(VORELIN_TEST_DATA_DIR) + "/lexicon_basic.xml x", "", true);
+  CommandRun plain = runCli("labels --config " + std::string(VORELIN_TEST_DATA_DIR) + "/lexicon_basic.xml x", "", true);
   EXPECT_EQ(1, plain.code);
   EXPECT_NE(std::string::npos, plain.out.find("has no classifier with senti_label_senti_scorer")) << plain.out;
-  EXPECT_EQ(1, run("labels --config /no/such.xml x").code);
+  EXPECT_EQ(1, runCli("labels --config /no/such.xml x").code);
 }
 
 }  // namespace

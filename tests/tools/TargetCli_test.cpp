@@ -9,18 +9,11 @@
 #include "TestSupport.h"
 
 using vortm::testing::CommandRun;
+using vortm::testing::runCli;
 using vortm::testing::TempDir;
 using vortm::testing::writeFile;
 
 namespace {
-
-CommandRun vorelin(const std::string& args, const std::string& input, bool withStderr) {
-  TempDir dir;
-  std::string in = dir.file("stdin");
-  writeFile(in, input);
-  return vortm::testing::runCommand(std::string(VORELIN_CLI) + " " + args + " < " + in +
-                                    (withStderr ? " 2>&1" : " 2>/dev/null"));
-}
 
 double scoreOf(const std::string& line) { return std::stod(line.substr(0, line.find('\t'))); }
 
@@ -28,8 +21,8 @@ double scoreOf(const std::string& line) { return std::stod(line.substr(0, line.f
 
 TEST(TargetCliTest, ScoresForTargetsAndNotesMissingOnes) {
   const std::string text = "菜很好吃，但是服务太差";
-  CommandRun bad = vorelin("classify --quiet --target 服务 '" + text + "'", "", false);
-  CommandRun good = vorelin("classify --quiet --target 菜 '" + text + "'", "", false);
+  CommandRun bad = runCli("classify --quiet --target 服务 '" + text + "'");
+  CommandRun good = runCli("classify --quiet --target 菜 '" + text + "'");
   ASSERT_EQ(0, bad.code);
   ASSERT_EQ(0, good.code);
   EXPECT_LT(scoreOf(bad.out), 0.0);
@@ -38,8 +31,8 @@ TEST(TargetCliTest, ScoresForTargetsAndNotesMissingOnes) {
 
   // Lines from standard input, with CRLF and a BOM; the empty line keeps its
   // place; no target in the second text gives 0.0 and a note.
-  CommandRun lines = vorelin("classify --quiet --target 服务 --target 物流",
-                             "\xEF\xBB\xBF" + text + "\r\n质量很好\r\n\r\n物流很快\r\n", true);
+  CommandRun lines = runCli("classify --quiet --target 服务 --target 物流",
+                            "\xEF\xBB\xBF" + text + "\r\n质量很好\r\n\r\n物流很快\r\n", true);
   EXPECT_EQ(0, lines.code);
   EXPECT_NE(lines.out.find("line 2: no target occurs"), std::string::npos);
   std::vector<std::string> out;
@@ -55,19 +48,19 @@ TEST(TargetCliTest, ScoresForTargetsAndNotesMissingOnes) {
 TEST(TargetCliTest, TargetsFromAColumnAndUsageErrors) {
   TempDir dir;
   writeFile(dir.file("in.tsv"), "7\t菜\t菜很好吃，但是服务太差\n8\t服务, \t菜很好吃，但是服务太差\n9\t菜\n");
-  CommandRun run = vorelin("classify --quiet --targets-from 2 --input " + dir.file("in.tsv"), "", false);
+  CommandRun run = runCli("classify --quiet --targets-from 2 --input " + dir.file("in.tsv"));
   EXPECT_EQ(1, run.code);  // the third line has no text column
   std::vector<std::string> out = vortm::testing::splitLines(run.out);
   ASSERT_EQ(out.size(), 2u);
   EXPECT_GT(scoreOf(out[0]), 0.0);
   EXPECT_LT(scoreOf(out[1]), 0.0);
 
-  EXPECT_EQ(2, vorelin("classify --target", "", false).code);
-  EXPECT_EQ(2, vorelin("classify --target 菜 --targets-from 1", "", false).code);
-  EXPECT_EQ(2, vorelin("classify --targets-from 0", "", false).code);
-  EXPECT_EQ(2, vorelin("classify --target 菜 --threads 2 x", "", false).code);
-  EXPECT_EQ(1, vorelin("classify --target 菜 --config /nonexistent x", "", false).code);
-  CommandRun help = vorelin("classify --target x --help", "", false);
+  EXPECT_EQ(2, runCli("classify --target").code);
+  EXPECT_EQ(2, runCli("classify --target 菜 --targets-from 1").code);
+  EXPECT_EQ(2, runCli("classify --targets-from 0").code);
+  EXPECT_EQ(2, runCli("classify --target 菜 --threads 2 x").code);
+  EXPECT_EQ(1, runCli("classify --target 菜 --config /nonexistent x").code);
+  CommandRun help = runCli("classify --target x --help");
   EXPECT_EQ(0, help.code);
   EXPECT_NE(help.out.find("--targets-from"), std::string::npos);
 }

@@ -14,14 +14,14 @@
 namespace vortm {
 namespace modular {
 
-// The scoring of the standard scorer, with weights that spread out from the
+// The scoring of a lexicon scorer, with weights that spread out from the
 // target words. The plain weighter of the base stays configured but unused.
-class TargetAwareStandardLexcionSentiScorer : public virtual StandardLexcionSentiScorer,
-                                              public virtual ITargetAwareLexcionSentiScorer {
+// Built for the standard and the weighted scorer only (see the .cpp).
+template <class Scorer>
+class TargetAwareLexcionSentiScorer : public virtual Scorer, public virtual ITargetAwareLexcionSentiScorer {
  public:
-  TargetAwareStandardLexcionSentiScorer();
-  ~TargetAwareStandardLexcionSentiScorer() override;
-
+  // A missing target_aware_position_weighter element leaves the weighter
+  // with its defaults.
   bool config(const configure::Parameter& param) override;
   bool getSentiScore(std::vector<analyzer::Token>& tokens, double& score) override;
   using ITargetAwareLexcionSentiScorer::getSentiScore;
@@ -33,23 +33,9 @@ class TargetAwareStandardLexcionSentiScorer : public virtual StandardLexcionSent
   common::AutoPtr<ITargetAwarePositionWeighter> m_targetAwarePositionWeighterPtr;
 };
 
-// The same over the weighted scorer.
-class TargetAwareWeightedLexcionSentiScorer : public virtual WeightedLexcionSentiScorer,
-                                              public virtual ITargetAwareLexcionSentiScorer {
- public:
-  TargetAwareWeightedLexcionSentiScorer();
-  ~TargetAwareWeightedLexcionSentiScorer() override;
+class TargetAwareStandardLexcionSentiScorer : public TargetAwareLexcionSentiScorer<StandardLexcionSentiScorer> {};
 
-  bool config(const configure::Parameter& param) override;
-  bool getSentiScore(std::vector<analyzer::Token>& tokens, double& score) override;
-  using ITargetAwareLexcionSentiScorer::getSentiScore;
-  bool weighting(std::vector<analyzer::Token>& tokens, std::vector<double>& weights) override;
-
-  static const std::string PARAM_TARGET_AWARE_POSITION_WEIGHTER;
-
- protected:
-  common::AutoPtr<ITargetAwarePositionWeighter> m_targetAwarePositionWeighterPtr;
-};
+class TargetAwareWeightedLexcionSentiScorer : public TargetAwareLexcionSentiScorer<WeightedLexcionSentiScorer> {};
 
 VORTM_DECLARE_CREATOR(TargetAwareStandardLexcionSentiScorerCreator, ITargetAwareLexcionSentiScorer,
                       TargetAwareStandardLexcionSentiScorer, "target_aware_std_lexcion_senti_scorer");

@@ -14,6 +14,11 @@ State::DegreeMapPtr State::_sentimentalDegreeWordsPtr;
 
 bool State::processToken(Token& token, int position, SimpleSentiLabelExtractor* extractor) {
   if (extractor == nullptr) return false;
+  // Every state keeps a modifier for the word that comes next.
+  if (classOf(token) == CLASS_M) {
+    extractor->m_pending.push_back(token);
+    return true;
+  }
   StateEnum next = processTokenInternal(token, position, extractor->m_senti, extractor->m_att,
                                         extractor->m_pending, extractor->m_sentis, extractor->m_labels);
   if (next == NONE) return false;
@@ -168,15 +173,12 @@ void State::reviseSentis(std::vector<Unit>& sentis, std::vector<Unit>& revised) 
 }
 
 // Each table below handles one token class per branch, in the order
-// M, S, G, A, O.
+// S, G, A, O; modifiers (M) are kept by processToken.
 
 State::StateEnum INITState::processTokenInternal(Token& token, int position, Unit& senti, Unit& att,
                                                  std::vector<Token>& pending, std::vector<Unit>&,
                                                  std::vector<SentiLabel>&) {
   switch (classOf(token)) {
-    case CLASS_M:
-      pending.push_back(token);
-      return INIT;
     case CLASS_S:
       storeSenti(senti, token, position, pending);
       return SENTI;
@@ -197,9 +199,6 @@ State::StateEnum SENTIState::processTokenInternal(Token& token, int position, Un
                                                   std::vector<Token>& pending, std::vector<Unit>& sentis,
                                                   std::vector<SentiLabel>& labels) {
   switch (classOf(token)) {
-    case CLASS_M:
-      pending.push_back(token);
-      return SENTI;
     case CLASS_S:
       pushSenti(senti, sentis);
       storeSenti(senti, token, position, pending);
@@ -233,9 +232,6 @@ State::StateEnum GENSENTIState::processTokenInternal(Token& token, int position,
                                                      std::vector<Token>& pending, std::vector<Unit>& sentis,
                                                      std::vector<SentiLabel>& labels) {
   switch (classOf(token)) {
-    case CLASS_M:
-      pending.push_back(token);
-      return GENSENTI;
     case CLASS_S: {
       const bool oldIsModifier = isModifierWord(senti.term);
       pushSenti(senti, sentis);
@@ -262,9 +258,6 @@ State::StateEnum SENTI_AFTER_ATTState::processTokenInternal(Token& token, int po
                                                             std::vector<Token>& pending, std::vector<Unit>& sentis,
                                                             std::vector<SentiLabel>& labels) {
   switch (classOf(token)) {
-    case CLASS_M:
-      pending.push_back(token);
-      return SENTI_AFTER_ATT;
     case CLASS_S:
       pushSenti(senti, sentis);
       storeSenti(senti, token, position, pending);
@@ -287,9 +280,6 @@ State::StateEnum ATTState::processTokenInternal(Token& token, int position, Unit
                                                 std::vector<Token>& pending, std::vector<Unit>& sentis,
                                                 std::vector<SentiLabel>& labels) {
   switch (classOf(token)) {
-    case CLASS_M:
-      pending.push_back(token);
-      return ATT;
     case CLASS_S:
       storeSenti(senti, token, position, pending);
       return SENTI_AFTER_ATT;
@@ -329,9 +319,6 @@ State::StateEnum ATT_AFTER_SENTIState::processTokenInternal(Token& token, int po
                                                             std::vector<Token>& pending, std::vector<Unit>& sentis,
                                                             std::vector<SentiLabel>& labels) {
   switch (classOf(token)) {
-    case CLASS_M:
-      pending.push_back(token);
-      return ATT_AFTER_SENTI;
     case CLASS_S:
       addToSentiLabel(att, sentis, labels);
       storeSenti(senti, token, position, pending);

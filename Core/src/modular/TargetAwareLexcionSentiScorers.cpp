@@ -7,58 +7,32 @@ namespace vortm {
 namespace modular {
 
 using analyzer::Token;
-using common::AutoPtr;
 using configure::Parameter;
 
-const std::string TargetAwareStandardLexcionSentiScorer::PARAM_TARGET_AWARE_POSITION_WEIGHTER =
+template <class Scorer>
+const std::string TargetAwareLexcionSentiScorer<Scorer>::PARAM_TARGET_AWARE_POSITION_WEIGHTER =
     "target_aware_position_weighter";
-const std::string TargetAwareWeightedLexcionSentiScorer::PARAM_TARGET_AWARE_POSITION_WEIGHTER =
-    "target_aware_position_weighter";
 
-namespace {
-
-// Shared by both scorers once their base is configured. A missing element
-// leaves the weighter with its defaults.
-bool configTargetWeighter(const Parameter& param, const std::string& key,
-                          AutoPtr<ITargetAwarePositionWeighter>& weighter) {
-  if (weighter) return true;
-  weighter = new SentiOrientedTargetAwarePositionWeighter();
-  return weighter->config(param[key]);
+template <class Scorer>
+bool TargetAwareLexcionSentiScorer<Scorer>::config(const Parameter& param) {
+  if (!Scorer::config(param)) return false;
+  if (m_targetAwarePositionWeighterPtr) return true;
+  m_targetAwarePositionWeighterPtr = new SentiOrientedTargetAwarePositionWeighter();
+  return m_targetAwarePositionWeighterPtr->config(param[PARAM_TARGET_AWARE_POSITION_WEIGHTER]);
 }
 
-}  // namespace
-
-TargetAwareStandardLexcionSentiScorer::TargetAwareStandardLexcionSentiScorer() {}
-TargetAwareStandardLexcionSentiScorer::~TargetAwareStandardLexcionSentiScorer() {}
-
-bool TargetAwareStandardLexcionSentiScorer::config(const Parameter& param) {
-  if (!StandardLexcionSentiScorer::config(param)) return false;
-  return configTargetWeighter(param, PARAM_TARGET_AWARE_POSITION_WEIGHTER, m_targetAwarePositionWeighterPtr);
+template <class Scorer>
+bool TargetAwareLexcionSentiScorer<Scorer>::getSentiScore(std::vector<Token>& tokens, double& score) {
+  return Scorer::getSentiScore(tokens, score);
 }
 
-bool TargetAwareStandardLexcionSentiScorer::getSentiScore(std::vector<Token>& tokens, double& score) {
-  return StandardLexcionSentiScorer::getSentiScore(tokens, score);
-}
-
-bool TargetAwareStandardLexcionSentiScorer::weighting(std::vector<Token>& tokens, std::vector<double>& weights) {
+template <class Scorer>
+bool TargetAwareLexcionSentiScorer<Scorer>::weighting(std::vector<Token>& tokens, std::vector<double>& weights) {
   return (*m_targetAwarePositionWeighterPtr).weighting(tokens, m_targets, weights);
 }
 
-TargetAwareWeightedLexcionSentiScorer::TargetAwareWeightedLexcionSentiScorer() {}
-TargetAwareWeightedLexcionSentiScorer::~TargetAwareWeightedLexcionSentiScorer() {}
-
-bool TargetAwareWeightedLexcionSentiScorer::config(const Parameter& param) {
-  if (!WeightedLexcionSentiScorer::config(param)) return false;
-  return configTargetWeighter(param, PARAM_TARGET_AWARE_POSITION_WEIGHTER, m_targetAwarePositionWeighterPtr);
-}
-
-bool TargetAwareWeightedLexcionSentiScorer::getSentiScore(std::vector<Token>& tokens, double& score) {
-  return WeightedLexcionSentiScorer::getSentiScore(tokens, score);
-}
-
-bool TargetAwareWeightedLexcionSentiScorer::weighting(std::vector<Token>& tokens, std::vector<double>& weights) {
-  return (*m_targetAwarePositionWeighterPtr).weighting(tokens, m_targets, weights);
-}
+template class TargetAwareLexcionSentiScorer<StandardLexcionSentiScorer>;
+template class TargetAwareLexcionSentiScorer<WeightedLexcionSentiScorer>;
 
 }  // namespace modular
 }  // namespace vortm

@@ -15,17 +15,11 @@ namespace {
 
 bool isSentimentTag(Token::TTag tag) { return tag >= 6 && tag <= 9; }
 
-int termId(const Vocabulary& vocabulary, const std::string& term) {
-  // Looked up as a C string, like the standard builder does.
-  return term.find('\0') == std::string::npos ? vocabulary.getWordId(term)
-                                               : vocabulary.getWordId(std::string(term.c_str()));
-}
-
 }  // namespace
 
 bool SentiOrientedDocVectorBuilder::buildWordFreVector(std::vector<Token>& tokens, MySparseVector<double, int>& docVec) {
   for (size_t i = 0; i < tokens.size(); ++i) {
-    int id = termId(vocabulary, tokens[i].term);
+    int id = vocabulary.getTermId(tokens[i].term);
     if (id < 0) continue;
     if (isSentimentTag(tokens[i].tag)) {
       bool negatedLeft = i > 0 && tokens[i - 1].tag == Token::TG_NEGATION;
@@ -56,7 +50,7 @@ bool PositionalDocVectorBuilder::buildPositionAwareWordFreVector(std::vector<Tok
                                                                  const std::vector<double>& weights,
                                                                  MySparseVector<double, int>& docVec) {
   for (size_t i = 0; i < tokens.size() && i < weights.size(); ++i) {
-    int id = termId(vocabulary, tokens[i].term);
+    int id = vocabulary.getTermId(tokens[i].term);
     // A weight of 0.0 still creates the entry.
     if (id >= 0) docVec[id] += weights[i];
   }

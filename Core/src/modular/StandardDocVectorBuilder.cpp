@@ -62,10 +62,7 @@ bool StandardDocVectorBuilder::config(const configure::Parameter& param) {
 bool StandardDocVectorBuilder::buildWordFreVector(std::vector<analyzer::Token>& tokens,
                                                   MySparseVector<double, int>& docVec) {
   for (size_t i = 0; i < tokens.size(); ++i) {
-    // A term is looked up as a C string, so anything after a zero byte is ignored.
-    const std::string& term = tokens[i].term;
-    int id = term.find('\0') == std::string::npos ? vocabulary.getWordId(term)
-                                                   : vocabulary.getWordId(std::string(term.c_str()));
+    int id = vocabulary.getTermId(tokens[i].term);
     if (id >= 0) docVec[id] += 1.0;
   }
   return true;

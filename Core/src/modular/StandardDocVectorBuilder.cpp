@@ -61,10 +61,9 @@ bool StandardDocVectorBuilder::config(const configure::Parameter& param) {
 
 bool StandardDocVectorBuilder::buildWordFreVector(std::vector<analyzer::Token>& tokens,
                                                   MySparseVector<double, int>& docVec) {
-  for (size_t i = 0; i < tokens.size(); ++i) {
-    int id = vocabulary.getTermId(tokens[i].term);
-    if (id >= 0) docVec[id] += 1.0;
-  }
+  thread_local std::vector<int> ids;
+  vocabulary.getTermIds(tokens, ids);
+  docVec.addAll(ids, nullptr, ids.size());
   return true;
 }
 

@@ -135,7 +135,10 @@ int Vocabulary::getWordId(const char* data, size_t length) const {
     std::map<std::string, unsigned int>::const_iterator it = wordIds.find(std::string(data, length));
     return it == wordIds.end() ? -1 : static_cast<int>(it->second);
   }
-  uint64_t hash = hashBytes(data, length);
+  return probe(hashBytes(data, length), data, length);
+}
+
+int Vocabulary::probe(uint64_t hash, const char* data, size_t length) const {
   uint32_t tag = static_cast<uint32_t>(hash >> 32);
   size_t mask = m_index.size() - 1;
   for (size_t i = static_cast<size_t>(hash) & mask;; i = (i + 1) & mask) {
@@ -145,6 +148,36 @@ int Vocabulary::getWordId(const char* data, size_t length) const {
     const std::string& word = wordInfos[slot.id].word;
     if (word.size() == length && (length == 0 || std::memcmp(word.data(), data, length) == 0))
       return static_cast<int>(slot.id);
+  }
+}
+
+void Vocabulary::getTermIds(const std::vector<analyzer::Token>& tokens, std::vector<int>& ids) const {
+  ids.resize(tokens.size());
+  if (!m_indexValid) {
+    for (size_t i = 0; i < tokens.size(); ++i) ids[i] = getTermId(tokens[i].term);
+    return;
+  }
+  // The look-ups of a text are independent and each is mostly one cache
+  // miss, so the slots are fetched a few tokens ahead of their probes and
+  // the misses overlap.
+  struct Key {
+    uint64_t hash;
+    size_t length;
+  };
+  thread_local std::vector<Key> keys;
+  keys.resize(tokens.size());
+  const size_t mask = m_index.size() - 1;
+  const size_t ahead = 8;
+  for (size_t i = 0; i < tokens.size(); ++i) {
+    const std::string& term = tokens[i].term;
+    size_t end = term.find('\0');
+    keys[i].length = end == std::string::npos ? term.size() : end;
+    keys[i].hash = hashBytes(term.data(), keys[i].length);
+    if (i < ahead) __builtin_prefetch(&m_index[static_cast<size_t>(keys[i].hash) & mask]);
+  }
+  for (size_t i = 0; i < tokens.size(); ++i) {
+    if (i + ahead < tokens.size()) __builtin_prefetch(&m_index[static_cast<size_t>(keys[i + ahead].hash) & mask]);
+    ids[i] = probe(keys[i].hash, tokens[i].term.data(), keys[i].length);
   }
 }
 

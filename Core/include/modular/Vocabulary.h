@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "analyzer/Token.h"
@@ -79,6 +80,9 @@ class Vocabulary : public common::Serializable {
   }
   // getTermId of every token, into ids[i]; faster than one call per token.
   void getTermIds(const std::vector<analyzer::Token>& tokens, std::vector<int>& ids) const;
+  // The same for words given as (bytes, length).
+  typedef std::pair<const char*, size_t> WordPiece;
+  void getWordIds(const std::vector<WordPiece>& words, std::vector<int>& ids) const;
   const std::map<std::string, unsigned int>& getWordIds() const { return wordIds; }
   std::vector<WordInfo>& getWordInfos() { return wordInfos; }
   const std::vector<WordInfo>& getWordInfos() const { return wordInfos; }

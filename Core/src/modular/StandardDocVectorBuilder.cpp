@@ -106,6 +106,19 @@ bool StandardDocVectorBuilder::buildDocVec(std::vector<analyzer::Token>& tokens,
   return true;
 }
 
+bool StandardDocVectorBuilder::buildDocVecOfWords(const std::vector<Vocabulary::WordPiece>& words,
+                                                  MySparseVector<double, int>& docVec) {
+  if (!initialized) return false;
+  docVec.clear();
+  if (words.empty()) return true;
+  thread_local std::vector<int> ids;
+  vocabulary.getWordIds(words, ids);
+  docVec.addAll(ids, nullptr, ids.size());
+  StandardDocVectorBuilder::wordWeighting(docVec);
+  norm(docVec);
+  return true;
+}
+
 bool StandardDocVectorBuilder::buildDocVec(Text& text, MySparseVector<double, int>& docVec) {
   if (!initialized) return false;
   docVec.clear();

@@ -152,32 +152,36 @@ int Vocabulary::probe(uint64_t hash, const char* data, size_t length) const {
 }
 
 void Vocabulary::getTermIds(const std::vector<analyzer::Token>& tokens, std::vector<int>& ids) const {
-  ids.resize(tokens.size());
-  if (!m_indexValid) {
-    for (size_t i = 0; i < tokens.size(); ++i) ids[i] = getTermId(tokens[i].term);
-    return;
-  }
-  // The look-ups of a text are independent and each is mostly one cache
-  // miss, so the slots are fetched a few tokens ahead of their probes and
-  // the misses overlap.
-  struct Key {
-    uint64_t hash;
-    size_t length;
-  };
-  thread_local std::vector<Key> keys;
-  keys.resize(tokens.size());
-  const size_t mask = m_index.size() - 1;
-  const size_t ahead = 8;
+  thread_local std::vector<WordPiece> words;
+  words.resize(tokens.size());
   for (size_t i = 0; i < tokens.size(); ++i) {
     const std::string& term = tokens[i].term;
     size_t end = term.find('\0');
-    keys[i].length = end == std::string::npos ? term.size() : end;
-    keys[i].hash = hashBytes(term.data(), keys[i].length);
-    if (i < ahead) __builtin_prefetch(&m_index[static_cast<size_t>(keys[i].hash) & mask]);
+    words[i] = WordPiece(term.data(), end == std::string::npos ? term.size() : end);
   }
-  for (size_t i = 0; i < tokens.size(); ++i) {
-    if (i + ahead < tokens.size()) __builtin_prefetch(&m_index[static_cast<size_t>(keys[i + ahead].hash) & mask]);
-    ids[i] = probe(keys[i].hash, tokens[i].term.data(), keys[i].length);
+  getWordIds(words, ids);
+}
+
+void Vocabulary::getWordIds(const std::vector<WordPiece>& words, std::vector<int>& ids) const {
+  ids.resize(words.size());
+  if (!m_indexValid) {
+    for (size_t i = 0; i < words.size(); ++i) ids[i] = getWordId(words[i].first, words[i].second);
+    return;
+  }
+  // The look-ups of a text are independent and each is mostly one cache
+  // miss, so the slots are fetched a few words ahead of their probes and the
+  // misses overlap.
+  thread_local std::vector<uint64_t> hashes;
+  hashes.resize(words.size());
+  const size_t mask = m_index.size() - 1;
+  const size_t ahead = 8;
+  for (size_t i = 0; i < words.size(); ++i) {
+    hashes[i] = hashBytes(words[i].first, words[i].second);
+    if (i < ahead) __builtin_prefetch(&m_index[static_cast<size_t>(hashes[i]) & mask]);
+  }
+  for (size_t i = 0; i < words.size(); ++i) {
+    if (i + ahead < words.size()) __builtin_prefetch(&m_index[static_cast<size_t>(hashes[i + ahead]) & mask]);
+    ids[i] = probe(hashes[i], words[i].first, words[i].second);
   }
 }
 

@@ -1,15 +1,16 @@
 #!/usr/bin/env python3
 """Proves that a build tokenizes and scores exactly as the recorded reference.
 
-Runs `vorelin tokenize` and `vorelin classify` with the default model over the
-held-out lines of both shared corpora and compares the outputs with
+Runs `vorelin tokenize` and `vorelin classify` with the default model, and
+`vorelin classify` with each --extra model, over the held-out lines of both
+shared corpora and compares the outputs with
 tests/data/identity/reference.txt: one SHA-256 per corpus and output kind,
 one short hash per block of 500 input lines (so a failure names the block),
 and the first lines of each output in full (so a failure early on shows the
 line itself).
 
-  identity_check.py check  --vorelin PATH --config FILE [--corpora DIR]
-  identity_check.py record --vorelin PATH --config FILE [--corpora DIR]
+  identity_check.py check  --vorelin PATH --config FILE [--extra NAME=FILE]... [--corpora DIR]
+  identity_check.py record --vorelin PATH --config FILE [--extra NAME=FILE]... [--corpora DIR]
 
 `record` rewrites the reference; run it only from a build whose behaviour is
 the one to keep. Exit codes: 0 identical, 1 different, 77 corpora absent.
@@ -67,11 +68,22 @@ def summarise(chunks):
 
 def measure(args):
     results = {}
+    # "classify-NAME" scores with the extra model NAME
+    jobs = [("tokenize", args.config), ("classify", args.config)]
+    jobs += [("classify-" + name, config) for name, config in args.extra]
     for lang in ("zh", "en"):
         texts = [t for _, t in corpus.lines(lang, "test", args.corpora)]
-        for kind in ("tokenize", "classify"):
-            results[(lang, kind)] = (len(texts),) + summarise(run(args.vorelin, args.config, kind, texts))
+        for kind, config in jobs:
+            output = run(args.vorelin, config, kind.split("-")[0], texts)
+            results[(lang, kind)] = (len(texts),) + summarise(output)
     return results
+
+
+def extra_model(text):
+    name, sep, config = text.partition("=")
+    if not sep or not name or "-" in name or " " in name:
+        raise argparse.ArgumentTypeError("expected NAME=FILE, NAME without '-' or spaces: %s" % text)
+    return name, config
 
 
 def write_reference(results):
@@ -132,6 +144,8 @@ def main():
     p.add_argument("mode", choices=["check", "record"])
     p.add_argument("--vorelin", required=True)
     p.add_argument("--config", required=True)
+    p.add_argument("--extra", type=extra_model, action="append", default=[],
+                   help="also compare `classify` with this model, as NAME=FILE")
     p.add_argument("--corpora")
     args = p.parse_args()
     folder = corpus.corpora_dir(args.corpora)

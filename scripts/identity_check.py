@@ -1,16 +1,16 @@
 #!/usr/bin/env python3
 """Proves that a build tokenizes and scores exactly as the recorded reference.
 
-Runs `vorelin tokenize` and `vorelin classify` with one model over the
-held-out lines of both shared corpora and compares the outputs with a
-reference under tests/data/identity/ (reference.txt unless --reference names
-another file there): one SHA-256 per corpus and output kind,
+Runs `vorelin tokenize` and `vorelin classify` with the default model, and
+`vorelin classify` with each --extra model, over the held-out lines of both
+shared corpora and compares the outputs with
+tests/data/identity/reference.txt: one SHA-256 per corpus and output kind,
 one short hash per block of 500 input lines (so a failure names the block),
 and the first lines of each output in full (so a failure early on shows the
 line itself).
 
-  identity_check.py check  --vorelin PATH --config FILE [--reference NAME] [--corpora DIR]
-  identity_check.py record --vorelin PATH --config FILE [--reference NAME] [--corpora DIR]
+  identity_check.py check  --vorelin PATH --config FILE [--extra NAME=FILE]... [--corpora DIR]
+  identity_check.py record --vorelin PATH --config FILE [--extra NAME=FILE]... [--corpora DIR]
 
 `record` rewrites the reference; run it only from a build whose behaviour is
 the one to keep. Exit codes: 0 identical, 1 different, 77 corpora absent.
@@ -26,7 +26,7 @@ ROOT = os.path.dirname(HERE)
 sys.path.insert(0, os.path.join(ROOT, "models", "scripts"))
 import corpus  # noqa: E402
 
-REFERENCE_DIR = os.path.join(ROOT, "tests", "data", "identity")
+REFERENCE = os.path.join(ROOT, "tests", "data", "identity", "reference.txt")
 BLOCK = 500
 SAMPLE_LINES = 40
 SKIP = 77
@@ -68,16 +68,27 @@ def summarise(chunks):
 
 def measure(args):
     results = {}
+    # "classify-NAME" scores with the extra model NAME
+    jobs = [("tokenize", args.config), ("classify", args.config)]
+    jobs += [("classify-" + name, config) for name, config in args.extra]
     for lang in ("zh", "en"):
         texts = [t for _, t in corpus.lines(lang, "test", args.corpora)]
-        for kind in ("tokenize", "classify"):
-            results[(lang, kind)] = (len(texts),) + summarise(run(args.vorelin, args.config, kind, texts))
+        for kind, config in jobs:
+            output = run(args.vorelin, config, kind.split("-")[0], texts)
+            results[(lang, kind)] = (len(texts),) + summarise(output)
     return results
 
 
-def write_reference(path, results):
-    os.makedirs(os.path.dirname(path), exist_ok=True)
-    with open(path, "w", encoding="utf-8") as f:
+def extra_model(text):
+    name, sep, config = text.partition("=")
+    if not sep or not name or "-" in name or " " in name:
+        raise argparse.ArgumentTypeError("expected NAME=FILE, NAME without '-' or spaces: %s" % text)
+    return name, config
+
+
+def write_reference(results):
+    os.makedirs(os.path.dirname(REFERENCE), exist_ok=True)
+    with open(REFERENCE, "w", encoding="utf-8") as f:
         f.write("# Written by scripts/identity_check.py record; do not edit by hand.\n")
         for (lang, kind), (count, whole, blocks, sample) in sorted(results.items()):
             f.write("[%s %s] texts=%d sha256=%s\n" % (lang, kind, count, whole))
@@ -86,9 +97,9 @@ def write_reference(path, results):
                 f.write("| %s\n" % s)
 
 
-def read_reference(path):
+def read_reference():
     ref, key = {}, None
-    with open(path, encoding="utf-8") as f:
+    with open(REFERENCE, encoding="utf-8") as f:
         for line in f:
             line = line.rstrip("\n")
             if line.startswith("["):
@@ -133,20 +144,20 @@ def main():
     p.add_argument("mode", choices=["check", "record"])
     p.add_argument("--vorelin", required=True)
     p.add_argument("--config", required=True)
-    p.add_argument("--reference", default="reference.txt")
+    p.add_argument("--extra", type=extra_model, action="append", default=[],
+                   help="also compare `classify` with this model, as NAME=FILE")
     p.add_argument("--corpora")
     args = p.parse_args()
     folder = corpus.corpora_dir(args.corpora)
     if not all(os.path.exists(os.path.join(folder, f)) for f in corpus.FILES.values()):
         print("identity check skipped: the corpora are not in %s" % folder)
         return SKIP
-    reference = os.path.join(REFERENCE_DIR, os.path.basename(args.reference))
     results = measure(args)
     if args.mode == "record":
-        write_reference(reference, results)
-        print("reference written to %s" % reference)
+        write_reference(results)
+        print("reference written to %s" % REFERENCE)
         return 0
-    return 0 if compare(read_reference(reference), results) else 1
+    return 0 if compare(read_reference(), results) else 1
 
 
 if __name__ == "__main__":

@@ -183,6 +183,33 @@ TEST_F(CentroidClassifierTest, NormAndSignSettings) {
   EXPECT_NEAR(unnormalised, 2.0 * (2.05 / 2.1 - 0.5), 1e-12);
 }
 
+TEST_F(CentroidClassifierTest, TextScoresAsItsTokens) {
+  StdoutCapture quiet;
+  // An n-gram analyzer's text is scored without tokens; that must not change
+  // a score, counts, cuts at zero bytes and odd bytes included.
+  std::string m = centroid("m", {0.0, 2.0, 1.0}, {2.0, 0.0, 0.5});
+  std::string xml = config({m}, "<is_ensure_nonnegative>false</is_ensure_nonnegative>");
+  xml.replace(xml.find(">1<"), 3, ">3<");
+  xml.replace(xml.find(">bool<"), 6, ">tf-idf<");
+  CentroidSentiClassifier c;
+  ASSERT_TRUE(c.config(parse(xml)));
+  AutoPtr<modular::TextAnalyzer> analyzer;
+  ASSERT_TRUE(modular::TextAnalyzer::configTextAnalyzer((*m_root)["text_analyzer"], analyzer));
+  const std::vector<std::string> texts = {"好好不差", std::string("好\0差差\0", 9), "\xff好\xe5\xa5",
+                                          "\xf0\x9f\x98\x80不好", "x"};
+  for (const std::string& text : texts) {
+    std::vector<analyzer::Token> tokens;
+    ASSERT_TRUE(analyzer->tokenizeText(text, tokens, true));
+    double fromText = 9.0;
+    double fromTokens = 8.0;
+    EXPECT_TRUE(c.classify(text, fromText));
+    EXPECT_TRUE(c.classify(tokens, fromTokens));
+    EXPECT_EQ(fromText, fromTokens) << text;
+  }
+  double score = 0.0;
+  EXPECT_TRUE(c.classify(texts[0], score) && score != 0.0);
+}
+
 TEST(CentroidEndToEndTest, TinyTrainedModelThroughTheCInterface) {
   std::string cmd = std::string("cd ") + VORELIN_TEST_DATA_DIR + " && " + VORELIN_EXAMPLE_HOST +
                     " centroid_tiny.xml '质量很好，非常满意' '太差了，很失望' '。' 2>&1";

@@ -135,6 +135,25 @@ TEST(VocabularyTest, UserWordsMergeAndResize) {
   record(b, "5aW9", 2, 2);
   writeFile(dir.file("v"), b.bytes());
   Vocabulary v;
+  {
+    // Enough words to regrow the look-up index of a loaded vocabulary; each
+    // is found by string, by bytes and in a batch, a term up to a zero byte.
+    Vocabulary grown;
+    ASSERT_TRUE(grown.loadFrom(dir.file("v")));
+    std::vector<std::string> many;
+    for (int i = 0; i < 40; ++i) many.push_back("w" + std::to_string(i));
+    for (const std::string& w : many) grown.addUserWord(w, 1, 1);
+    std::vector<Vocabulary::WordPiece> pieces;
+    for (const std::string& w : many) pieces.emplace_back(w.data(), w.size());
+    pieces.emplace_back("w1x", 2);
+    pieces.emplace_back("w40", 3);
+    std::vector<int> ids;
+    grown.getWordIds(pieces, ids);
+    for (int i = 0; i < 40; ++i) EXPECT_EQ(ids[i], 1 + i) << many[i];
+    EXPECT_EQ(ids[40], grown.getWordId("w1"));
+    EXPECT_EQ(ids[41], -1);
+    EXPECT_EQ(grown.getTermId(std::string("w7\0w8", 5)), grown.getWordId("w7"));
+  }
   ASSERT_TRUE(v.loadFrom(dir.file("v")));
   v.addUserWord("x1", 1, 1);
   v.addUserWord("x2", 2, 2);

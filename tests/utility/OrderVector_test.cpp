@@ -70,6 +70,32 @@ TEST(MySparseVectorTest, ValueAccessInsertsZeroAndLookupDoesNot) {
   EXPECT_DOUBLE_EQ(4.0, v.getValueById(2));
 }
 
+TEST(MySparseVectorTest, AddAllSumsAsOneByOneAccumulation) {
+  // Bit-equal sums need the same order of additions per id, merged with
+  // entries already present; negative ids and ids past `count` are skipped.
+  std::vector<int> ids = {9, 2, -1, 9, 4, 2, 9, 7};
+  std::vector<double> values = {0.1, 1e16, 5.0, 0.2, -0.0, 1.0, 0.3, 8.0};
+  DocVec batch, single;
+  batch[4] = 0.5;
+  single[4] = 0.5;
+  batch[3] = 1.0;
+  single[3] = 1.0;
+  batch.addAll(ids, &values, 7);
+  for (size_t i = 0; i < 7; ++i)
+    if (ids[i] >= 0) single[ids[i]] += values[i];
+  ASSERT_EQ(single.size(), batch.size());
+  for (int i = 0; i < single.size(); ++i) {
+    EXPECT_EQ(single.getIdValuePairByIndex(i).first, batch.getIdValuePairByIndex(i).first);
+    EXPECT_EQ(*single.getIdValuePairByIndex(i).second, *batch.getIdValuePairByIndex(i).second);
+  }
+  EXPECT_EQ(-1, batch.getIndexById(7));
+  // Without values each id counts 1.
+  DocVec counts;
+  counts.addAll(ids, nullptr, ids.size());
+  EXPECT_EQ(3.0, counts.getValueById(9));
+  EXPECT_EQ(4, counts.size());
+}
+
 TEST(KVOrderVectorTest, LookupByKey) {
   int a = 0, b = 0, c = 0;
   KVOrderVector<unsigned short, int*, std::less<unsigned short> > kv;

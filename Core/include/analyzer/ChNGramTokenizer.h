@@ -1,6 +1,9 @@
 #ifndef VORTM_ANALYZER_CHNGRAMTOKENIZER_H
 #define VORTM_ANALYZER_CHNGRAMTOKENIZER_H
 
+#include <string>
+#include <vector>
+
 #include "analyzer/Tokenizer.h"
 #include "common/InstanceCreator.h"
 
@@ -20,10 +23,23 @@ class ChNGramTokenizer : public Tokenizer {
   bool doTokenizeInternal(const char* text, unsigned int* pForwardRefBuf, unsigned int length, TokenBuffer& out,
                           unsigned int base) override;
 
+  // Where the n-grams of `text` lie, in the order doTokenize gives them;
+  // for hosts that only look the grams up and need no tokens. Fails where
+  // doTokenize of this tokenizer alone would fail.
+  struct GramSpan {
+    unsigned int start;
+    unsigned int length;
+  };
+  bool gramSpans(const std::string& text, std::vector<GramSpan>& spans);
+
   int getMaxN() const { return m_maxN; }
   bool isNFinite() const { return m_isNFinite; }
 
  protected:
+  // Calls emit(start, length) for each n-gram.
+  template <class Emit>
+  bool forEachGram(const unsigned int* pForwardRefBuf, unsigned int length, Emit emit) const;
+
   int m_maxN;
   bool m_isNFinite;
 };

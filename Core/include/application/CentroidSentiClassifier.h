@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "analyzer/ChNGramTokenizer.h"
 #include "analyzer/Token.h"
 #include "application/ISentiClassifier.h"
 #include "common/AutoPtr.h"
@@ -46,6 +47,11 @@ class CentroidSentiClassifier : public ISentiClassifier {
   static const std::string PARAM_SENTI_CENTROID_FILES;
 
  protected:
+  // The analyzer's n-gram tokenizer when the text can be scored from the
+  // n-grams' bytes alone, otherwise null.
+  analyzer::ChNGramTokenizer* gramTokenizer() const;
+  bool classifyGrams(analyzer::ChNGramTokenizer& grams, const std::string& text, double& score);
+
   std::vector<common::AutoPtr<modular::Centroid> > m_centroids;
   common::AutoPtr<modular::IDocVectorBuilder> m_docVecBuilderPtr;
   common::AutoPtr<modular::TextAnalyzer> m_textAnalyzerPtr;

@@ -25,6 +25,10 @@ class StandardDocVectorBuilder : public IDocVectorBuilder {
   bool buildDocVec(std::vector<analyzer::Token>& tokens, utility::MySparseVector<double, int>& docVec) override;
   // Takes the weights of `text` as they are; only normalises.
   bool buildDocVec(Text& text, utility::MySparseVector<double, int>& docVec) override;
+  // What buildDocVec gives for tokens with these terms, from the words
+  // alone: counts, weights and the norm of this class, whatever a subclass
+  // overrides.
+  bool buildDocVecOfWords(const std::vector<Vocabulary::WordPiece>& words, utility::MySparseVector<double, int>& docVec);
   int getFeatureCount() override;
   virtual bool buildWordFreVector(std::vector<analyzer::Token>& tokens, utility::MySparseVector<double, int>& docVec);
   virtual bool wordWeighting(utility::MySparseVector<double, int>& docVec);

@@ -1,9 +1,12 @@
 #ifndef VORTM_MODULAR_VOCABULARY_H
 #define VORTM_MODULAR_VOCABULARY_H
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "analyzer/Token.h"
@@ -66,6 +69,20 @@ class Vocabulary : public common::Serializable {
   // Id of `word`, or -1 when unknown. After a load or resize this is a hash
   // look-up; it reads the same ids as wordIds.
   int getWordId(const std::string& word) const;
+  // The same for the `length` bytes at `data`, so that callers holding a
+  // piece of a text need not copy it into a string first.
+  int getWordId(const char* data, size_t length) const;
+  // A token's term is looked up as a C string: anything from a zero byte on
+  // is not part of the word.
+  int getTermId(const std::string& term) const {
+    size_t end = term.find('\0');
+    return getWordId(term.data(), end == std::string::npos ? term.size() : end);
+  }
+  // getTermId of every token, into ids[i]; faster than one call per token.
+  void getTermIds(const std::vector<analyzer::Token>& tokens, std::vector<int>& ids) const;
+  // The same for words given as (bytes, length).
+  typedef std::pair<const char*, size_t> WordPiece;
+  void getWordIds(const std::vector<WordPiece>& words, std::vector<int>& ids) const;
   const std::map<std::string, unsigned int>& getWordIds() const { return wordIds; }
   std::vector<WordInfo>& getWordInfos() { return wordInfos; }
   const std::vector<WordInfo>& getWordInfos() const { return wordInfos; }
@@ -85,9 +102,20 @@ class Vocabulary : public common::Serializable {
   std::vector<WordInfo> wordInfos;
   int minDf;
   int wordCount;
-  // Hash copy of wordIds for the per-token look-ups of classification;
-  // valid only while m_indexValid.
-  std::unordered_map<std::string, unsigned int> m_index;
+  // Open-addressed hash index of wordIds for the per-token look-ups of
+  // classification. A slot is 8 bytes, the high half of the word's hash and
+  // its id, so most misses are settled by one cache line and the word itself
+  // is read from wordInfos only on a likely hit. Valid only while
+  // m_indexValid, which also requires wordInfos[id].word to be the word of
+  // every id in wordIds.
+  struct IndexSlot {
+    uint32_t tag;
+    unsigned int id;
+  };
+  bool indexInsert(uint64_t hash, unsigned int id);
+  int probe(uint64_t hash, const char* data, size_t length) const;
+  std::vector<IndexSlot> m_index;
+  size_t m_indexUsed;
   bool m_indexValid;
 };
 

@@ -1,8 +1,11 @@
 #ifndef VORTM_UTILITY_MYSPARSEVECTOR_H
 #define VORTM_UTILITY_MYSPARSEVECTOR_H
 
+#include <algorithm>
+#include <cstdint>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 #include "common/AutoPtr.h"
 #include "common/SharedObj.h"
@@ -65,6 +68,39 @@ class MySparseVector {
   }
 
   V& operator[](I id) { return getValueById(id); }
+
+  // For each i with ids[i] >= 0, in the order of i, does what
+  // (*this)[ids[i]] += values[i] would (1 each without values), so sums come
+  // out bit for bit the same; but one sort and one merge replace an insertion
+  // into the sorted items per entry. Only the first `count` ids are read.
+  void addAll(const std::vector<I>& ids, const std::vector<V>* values, size_t count) {
+    // id in the high half, position in the low: sorting the keys groups the
+    // ids and keeps each group in input order
+    thread_local std::vector<uint64_t> keys;
+    thread_local std::vector<Item> merged;
+    keys.clear();
+    count = std::min(count, ids.size());
+    for (size_t i = 0; i < count; ++i)
+      if (ids[i] >= 0) keys.push_back((static_cast<uint64_t>(ids[i]) << 32) | static_cast<uint32_t>(i));
+    if (keys.empty()) return;
+    std::sort(keys.begin(), keys.end());
+    merged.clear();
+    merged.reserve(static_cast<size_t>(size()) + keys.size());
+    int old = 0;
+    for (size_t k = 0; k < keys.size();) {
+      I id = static_cast<I>(keys[k] >> 32);
+      while (old < size() && m_items.getByIndex(old).id < id) merged.push_back(m_items.getByIndex(old++));
+      Item item;
+      item.id = id;
+      item.value = V();
+      if (old < size() && m_items.getByIndex(old).id == id) item.value = m_items.getByIndex(old++).value;
+      for (; k < keys.size() && static_cast<I>(keys[k] >> 32) == id; ++k)
+        item.value += values ? (*values)[static_cast<uint32_t>(keys[k])] : V(1);
+      merged.push_back(item);
+    }
+    while (old < size()) merged.push_back(m_items.getByIndex(old++));
+    m_items.swapSorted(merged);
+  }
 
   std::pair<I, V*> getIdValuePairByIndex(int index) {
     if (index < 0 || index >= size())

@@ -59,6 +59,10 @@ class OrderVector {
     return low;
   }
 
+  // Takes `items`, which must already be sorted and free of equal items, as
+  // the whole content; the former content is left in `items`.
+  void swapSorted(std::vector<Item>& items) { m_items.swap(items); }
+
   int indexOf(const Item& item) const {
     int low = 0;
     return search(item, low);

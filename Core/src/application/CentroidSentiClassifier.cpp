@@ -1,10 +1,15 @@
 #include "application/CentroidSentiClassifier.h"
 
 #include <cmath>
+#include <cstring>
+#include <typeinfo>
+
+#include "analyzer/Analyzer.h"
 
 #include "common/CreatorRegister.h"
 #include "common/Logger.h"
 #include "configure/Parameter.h"
+#include "modular/StandardDocVectorBuilder.h"
 #include "utility/Utility.h"
 
 namespace vortm {
@@ -106,9 +111,51 @@ bool CentroidSentiClassifier::sentiClassifySentiCentroid(const std::string& text
   score = 0.0;
   if (!m_bReady) return false;
   if (text.empty()) return true;
+  if (analyzer::ChNGramTokenizer* grams = gramTokenizer()) return classifyGrams(*grams, text, score);
   std::vector<analyzer::Token> tokens;
   if (!m_textAnalyzerPtr || !m_textAnalyzerPtr->tokenizeText(text, tokens, true)) return false;
   return sentiClassifySentiCentroid(tokens, score);
+}
+
+analyzer::ChNGramTokenizer* CentroidSentiClassifier::gramTokenizer() const {
+  // Only when the n-grams are all the analyzer makes and the plain builder
+  // counts them do the words suffice; anything else takes the tokens.
+  if (!m_textAnalyzerPtr || !m_docVecBuilderPtr) return nullptr;
+  modular::IDocVectorBuilder& builder = *m_docVecBuilderPtr;
+  if (typeid(builder) != typeid(modular::StandardDocVectorBuilder)) return nullptr;
+  AutoPtr<analyzer::Analyzer> analyzer = m_textAnalyzerPtr->getAnalyzer();
+  if (!analyzer || !analyzer->getTokenizer()) return nullptr;
+  analyzer::Tokenizer& head = *analyzer->getTokenizer();
+  if (typeid(head) != typeid(analyzer::ChNGramTokenizer) || head.getPostTokenizer() || head.getTokenFilter())
+    return nullptr;
+  return static_cast<analyzer::ChNGramTokenizer*>(&head);
+}
+
+bool CentroidSentiClassifier::classifyGrams(analyzer::ChNGramTokenizer& grams, const std::string& text,
+                                            double& score) {
+  // The same document vector as from the tokens, without making them: a
+  // text's n-grams are several times its length, and each token would be
+  // written, read back and copied on its way to a single look-up.
+  thread_local std::vector<analyzer::ChNGramTokenizer::GramSpan> spans;
+  thread_local std::vector<modular::Vocabulary::WordPiece> words;
+  if (!grams.gramSpans(text, spans)) return false;
+  if (spans.empty()) return true;
+  // A term is looked up as a C string, so a gram ends at a zero byte.
+  bool hasZero = std::memchr(text.data(), 0, text.size()) != nullptr;
+  words.resize(spans.size());
+  for (size_t i = 0; i < spans.size(); ++i) {
+    const char* start = text.data() + spans[i].start;
+    size_t length = spans[i].length;
+    if (hasZero) {
+      const void* zero = std::memchr(start, 0, length);
+      if (zero) length = static_cast<size_t>(static_cast<const char*>(zero) - start);
+    }
+    words[i] = modular::Vocabulary::WordPiece(start, length);
+  }
+  utility::MySparseVector<double, int> vector;
+  modular::StandardDocVectorBuilder& builder = static_cast<modular::StandardDocVectorBuilder&>(*m_docVecBuilderPtr);
+  if (!builder.buildDocVecOfWords(words, vector)) return false;
+  return getSentiScoreBySentiCentroids(vector, score);
 }
 
 bool CentroidSentiClassifier::sentiClassifySentiCentroid(std::vector<analyzer::Token>& tokens, double& score) {

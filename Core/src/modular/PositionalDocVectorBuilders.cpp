@@ -15,25 +15,18 @@ namespace {
 
 bool isSentimentTag(Token::TTag tag) { return tag >= 6 && tag <= 9; }
 
-int termId(const Vocabulary& vocabulary, const std::string& term) {
-  // Looked up as a C string, like the standard builder does.
-  return term.find('\0') == std::string::npos ? vocabulary.getWordId(term)
-                                               : vocabulary.getWordId(std::string(term.c_str()));
-}
-
 }  // namespace
 
 bool SentiOrientedDocVectorBuilder::buildWordFreVector(std::vector<Token>& tokens, MySparseVector<double, int>& docVec) {
+  thread_local std::vector<int> ids;
+  vocabulary.getTermIds(tokens, ids);
   for (size_t i = 0; i < tokens.size(); ++i) {
-    int id = termId(vocabulary, tokens[i].term);
-    if (id < 0) continue;
-    if (isSentimentTag(tokens[i].tag)) {
-      bool negatedLeft = i > 0 && tokens[i - 1].tag == Token::TG_NEGATION;
-      bool negatedRight = i + 1 < tokens.size() && tokens[i + 1].tag == Token::TG_NEGATION;
-      if (negatedLeft || negatedRight) continue;
-    }
-    docVec[id] += 1.0;
+    if (!isSentimentTag(tokens[i].tag)) continue;
+    bool negatedLeft = i > 0 && tokens[i - 1].tag == Token::TG_NEGATION;
+    bool negatedRight = i + 1 < tokens.size() && tokens[i + 1].tag == Token::TG_NEGATION;
+    if (negatedLeft || negatedRight) ids[i] = -1;
   }
+  docVec.addAll(ids, nullptr, ids.size());
   return true;
 }
 
@@ -55,11 +48,10 @@ bool PositionalDocVectorBuilder::buildWordFreVector(std::vector<Token>& tokens, 
 bool PositionalDocVectorBuilder::buildPositionAwareWordFreVector(std::vector<Token>& tokens,
                                                                  const std::vector<double>& weights,
                                                                  MySparseVector<double, int>& docVec) {
-  for (size_t i = 0; i < tokens.size() && i < weights.size(); ++i) {
-    int id = termId(vocabulary, tokens[i].term);
-    // A weight of 0.0 still creates the entry.
-    if (id >= 0) docVec[id] += weights[i];
-  }
+  // A weight of 0.0 still creates the entry.
+  thread_local std::vector<int> ids;
+  vocabulary.getTermIds(tokens, ids);
+  docVec.addAll(ids, &weights, weights.size());
   return true;
 }
 

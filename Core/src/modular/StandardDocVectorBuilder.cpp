@@ -61,13 +61,9 @@ bool StandardDocVectorBuilder::config(const configure::Parameter& param) {
 
 bool StandardDocVectorBuilder::buildWordFreVector(std::vector<analyzer::Token>& tokens,
                                                   MySparseVector<double, int>& docVec) {
-  for (size_t i = 0; i < tokens.size(); ++i) {
-    // A term is looked up as a C string, so anything after a zero byte is ignored.
-    const std::string& term = tokens[i].term;
-    int id = term.find('\0') == std::string::npos ? vocabulary.getWordId(term)
-                                                   : vocabulary.getWordId(std::string(term.c_str()));
-    if (id >= 0) docVec[id] += 1.0;
-  }
+  thread_local std::vector<int> ids;
+  vocabulary.getTermIds(tokens, ids);
+  docVec.addAll(ids, nullptr, ids.size());
   return true;
 }
 
@@ -106,6 +102,19 @@ bool StandardDocVectorBuilder::buildDocVec(std::vector<analyzer::Token>& tokens,
   if (tokens.empty()) return true;
   buildWordFreVector(tokens, docVec);
   wordWeighting(docVec);
+  norm(docVec);
+  return true;
+}
+
+bool StandardDocVectorBuilder::buildDocVecOfWords(const std::vector<Vocabulary::WordPiece>& words,
+                                                  MySparseVector<double, int>& docVec) {
+  if (!initialized) return false;
+  docVec.clear();
+  if (words.empty()) return true;
+  thread_local std::vector<int> ids;
+  vocabulary.getWordIds(words, ids);
+  docVec.addAll(ids, nullptr, ids.size());
+  StandardDocVectorBuilder::wordWeighting(docVec);
   norm(docVec);
   return true;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <iostream>
 #include <utility>
 
@@ -50,12 +51,13 @@ float idfOf(unsigned int docCount, unsigned int df, double extra) {
 
 }  // namespace
 
-Vocabulary::Vocabulary() : docCount(0), minDf(-1), wordCount(0), m_indexValid(false) {}
+Vocabulary::Vocabulary() : docCount(0), minDf(-1), wordCount(0), m_indexUsed(0), m_indexValid(false) {}
 
 Vocabulary::~Vocabulary() {}
 
 void Vocabulary::clear() {
   m_index.clear();
+  m_indexUsed = 0;
   m_indexValid = false;
   docCount = 0;
   wordCount = 0;
@@ -67,20 +69,120 @@ bool Vocabulary::wordInfoCmp(const WordInfo& a, const WordInfo& b) { return a.df
 
 void Vocabulary::sortByDf() { std::stable_sort(wordInfos.begin(), wordInfos.end(), wordInfoCmp); }
 
+namespace {
+
+const unsigned int kEmptySlot = 0xFFFFFFFFu;
+
+// 64-bit hash of a byte range, eight bytes per step; the words are short
+// n-grams, so the mixing stays cheap and the tail is folded in one go.
+uint64_t hashBytes(const char* data, size_t length) {
+  const uint64_t k = 0x9E3779B97F4A7C15ull;
+  uint64_t h = static_cast<uint64_t>(length) * k;
+  while (length >= 8) {
+    uint64_t w;
+    std::memcpy(&w, data, 8);
+    h = (h ^ w) * k;
+    h ^= h >> 29;
+    data += 8;
+    length -= 8;
+  }
+  if (length > 0) {
+    uint64_t w = 0;
+    std::memcpy(&w, data, length);
+    h = (h ^ w) * k;
+    h ^= h >> 29;
+  }
+  h *= 0xBF58476D1CE4E5B9ull;
+  return h ^ (h >> 32);
+}
+
+}  // namespace
+
+bool Vocabulary::indexInsert(uint64_t hash, unsigned int id) {
+  size_t mask = m_index.size() - 1;
+  for (size_t i = static_cast<size_t>(hash) & mask;; i = (i + 1) & mask) {
+    IndexSlot& slot = m_index[i];
+    if (slot.id == kEmptySlot) {
+      slot.tag = static_cast<uint32_t>(hash >> 32);
+      slot.id = id;
+      ++m_indexUsed;
+      return true;
+    }
+    if (slot.tag == static_cast<uint32_t>(hash >> 32) && wordInfos[slot.id].word == wordInfos[id].word) return false;
+  }
+}
+
 void Vocabulary::rebuildIndex() {
-  m_index.clear();
-  m_index.reserve(wordIds.size());
-  for (const auto& entry : wordIds) m_index.emplace(entry.first, entry.second);
+  m_indexValid = false;
+  m_indexUsed = 0;
+  // at most half full, so that probes stay short
+  size_t capacity = 16;
+  while (capacity < 2 * wordIds.size() + 2) capacity *= 2;
+  m_index.assign(capacity, IndexSlot{0, kEmptySlot});
+  for (const auto& entry : wordIds) {
+    // The index reads words from wordInfos; ids that do not lead back to
+    // their word (after a merge, before a reload) leave the map in charge.
+    if (entry.second >= wordInfos.size() || wordInfos[entry.second].word != entry.first) return;
+    indexInsert(hashBytes(entry.first.data(), entry.first.size()), entry.second);
+  }
   m_indexValid = true;
 }
 
-int Vocabulary::getWordId(const std::string& word) const {
-  if (m_indexValid) {
-    std::unordered_map<std::string, unsigned int>::const_iterator hit = m_index.find(word);
-    return hit == m_index.end() ? -1 : static_cast<int>(hit->second);
+int Vocabulary::getWordId(const std::string& word) const { return getWordId(word.data(), word.size()); }
+
+int Vocabulary::getWordId(const char* data, size_t length) const {
+  if (!m_indexValid) {
+    std::map<std::string, unsigned int>::const_iterator it = wordIds.find(std::string(data, length));
+    return it == wordIds.end() ? -1 : static_cast<int>(it->second);
   }
-  std::map<std::string, unsigned int>::const_iterator it = wordIds.find(word);
-  return it == wordIds.end() ? -1 : static_cast<int>(it->second);
+  return probe(hashBytes(data, length), data, length);
+}
+
+int Vocabulary::probe(uint64_t hash, const char* data, size_t length) const {
+  uint32_t tag = static_cast<uint32_t>(hash >> 32);
+  size_t mask = m_index.size() - 1;
+  for (size_t i = static_cast<size_t>(hash) & mask;; i = (i + 1) & mask) {
+    const IndexSlot& slot = m_index[i];
+    if (slot.id == kEmptySlot) return -1;
+    if (slot.tag != tag) continue;
+    const std::string& word = wordInfos[slot.id].word;
+    if (word.size() == length && (length == 0 || std::memcmp(word.data(), data, length) == 0))
+      return static_cast<int>(slot.id);
+  }
+}
+
+void Vocabulary::getTermIds(const std::vector<analyzer::Token>& tokens, std::vector<int>& ids) const {
+  thread_local std::vector<WordPiece> words;
+  words.resize(tokens.size());
+  for (size_t i = 0; i < tokens.size(); ++i) {
+    const std::string& term = tokens[i].term;
+    size_t end = term.find('\0');
+    words[i] = WordPiece(term.data(), end == std::string::npos ? term.size() : end);
+  }
+  getWordIds(words, ids);
+}
+
+void Vocabulary::getWordIds(const std::vector<WordPiece>& words, std::vector<int>& ids) const {
+  ids.resize(words.size());
+  if (!m_indexValid) {
+    for (size_t i = 0; i < words.size(); ++i) ids[i] = getWordId(words[i].first, words[i].second);
+    return;
+  }
+  // The look-ups of a text are independent and each is mostly one cache
+  // miss, so the slots are fetched a few words ahead of their probes and the
+  // misses overlap.
+  thread_local std::vector<uint64_t> hashes;
+  hashes.resize(words.size());
+  const size_t mask = m_index.size() - 1;
+  const size_t ahead = 8;
+  for (size_t i = 0; i < words.size(); ++i) {
+    hashes[i] = hashBytes(words[i].first, words[i].second);
+    if (i < ahead) __builtin_prefetch(&m_index[static_cast<size_t>(hashes[i]) & mask]);
+  }
+  for (size_t i = 0; i < words.size(); ++i) {
+    if (i + ahead < words.size()) __builtin_prefetch(&m_index[static_cast<size_t>(hashes[i + ahead]) & mask]);
+    ids[i] = probe(hashes[i], words[i].first, words[i].second);
+  }
 }
 
 bool Vocabulary::passesSaveTest(const WordInfo& info) const {
@@ -229,14 +331,19 @@ bool Vocabulary::build(AutoPtr<trainset::DocReader> reader, std::string analyzer
 
 void Vocabulary::addUserWord(const std::string& word, int df, int tf) {
   if (wordIds.count(word) != 0) return;
-  wordIds[word] = static_cast<unsigned int>(wordInfos.size());
-  if (m_indexValid) m_index[word] = static_cast<unsigned int>(wordInfos.size());
+  unsigned int id = static_cast<unsigned int>(wordInfos.size());
+  wordIds[word] = id;
   WordInfo info;
   info.word = word;
   info.df = static_cast<unsigned int>(df);
   info.tf = static_cast<unsigned int>(tf);
   info.idf = idfOf(docCount, info.df, 0.0);
   wordInfos.push_back(info);
+  if (!m_indexValid) return;
+  if (2 * (m_indexUsed + 1) > m_index.size())
+    rebuildIndex();
+  else
+    indexInsert(hashBytes(word.data(), word.size()), id);
 }
 
 void Vocabulary::deleteUserWord(const std::string& word) {

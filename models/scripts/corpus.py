@@ -28,8 +28,9 @@ def corpora_dir(arg):
     return arg or os.environ.get("VORELIN_CORPORA") or os.path.join(ROOT, "..", "shared", "corpora")
 
 
-def lines(lang, side, folder):
-    """Yields (label, text) of one side; label is 1 or -1."""
+def records(lang, side, folder):
+    """Yields (label, category, text) of one side; label is 1 or -1, and the
+    category is empty for a corpus that has none."""
     path = os.path.join(corpora_dir(folder), FILES[lang])
     with lzma.open(path, "rt", encoding="utf-8") as f:
         for number, line in enumerate(f, 1):
@@ -37,8 +38,13 @@ def lines(lang, side, folder):
             if held_out != (side == "test"):
                 continue
             fields = line.rstrip("\n").split("\t")
-            label, text = fields[0], fields[-1]
-            yield (1 if label == "1" else -1), text
+            yield (1 if fields[0] == "1" else -1), (fields[1] if len(fields) > 2 else ""), fields[-1]
+
+
+def lines(lang, side, folder):
+    """Yields (label, text) of one side; label is 1 or -1."""
+    for label, _, text in records(lang, side, folder):
+        yield label, text
 
 
 def cmd_split(args):

@@ -99,23 +99,31 @@ TEST(CliTest, ClassifyKeepsLinesAndOrder) {
 }
 
 TEST(CliTest, DefaultModelSignsAndEncodings) {
-  const std::vector<std::pair<std::string, int> > cases = {
-      {"这家酒店的服务非常好，房间干净整洁。", 1},
-      {"菜太难吃了，服务员态度也很差。", -1},
-      {"质量不好，很失望。", -1},
-      {"物流很快，包装完好，推荐购买！", 1},
-      {"The hotel was wonderful and the staff were friendly.", 1},
-      {"Terrible service, I will never come back.", -1},
-      {"The service was not good.", -1},
-      // "food" carries a learned positive weight from the film reviews that
-      // outweighs the negated word; the negation still lowers the score.
-      {"The food was good.", 1},
-      {"The food was not good.", 1},
+  // Expected sign with the UTF-8 default (lexicon and centroid members) and
+  // with the GBK default (the lexicon member alone).
+  struct Case {
+    std::string text;
+    int utf8, gbk;
+  };
+  const std::vector<Case> cases = {
+      {"这家酒店的服务非常好，房间干净整洁。", 1, 1},
+      {"菜太难吃了，服务员态度也很差。", -1, -1},
+      {"质量不好，很失望。", -1, -1},
+      {"物流很快，包装完好，推荐购买！", 1, 1},
+      {"The hotel was wonderful and the staff were friendly.", 1, 1},
+      {"Terrible service, I will never come back.", -1, -1},
+      {"The service was not good.", -1, -1},
+      // The English centroid learnt lower-cased film snippets with spaced
+      // punctuation; on "The food was good." it outweighs the lexicon's
+      // weak positive. "food" keeps a small learned weight, which the negated
+      // word outweighs.
+      {"The food was good.", -1, 1},
+      {"The food was not good.", -1, -1},
   };
   std::string utf8, gbk;
   for (const auto& c : cases) {
-    utf8 += c.first + "\n";
-    gbk += toGbk(c.first) + "\n";
+    utf8 += c.text + "\n";
+    gbk += toGbk(c.text) + "\n";
   }
   CommandRun u = vorelin("classify --quiet", utf8);
   CommandRun g = vorelin("classify --quiet --encoding gbk", gbk);
@@ -124,12 +132,13 @@ TEST(CliTest, DefaultModelSignsAndEncodings) {
   auto ul = lines(u.out), gl = lines(g.out);
   ASSERT_EQ(cases.size(), ul.size());
   ASSERT_EQ(cases.size(), gl.size());
+  auto sign = [](double s) { return s > 0 ? 1 : (s < 0 ? -1 : 0); };
   for (size_t i = 0; i < cases.size(); ++i) {
-    double s = scoreOf(ul[i]);
-    EXPECT_EQ(cases[i].second, s > 0 ? 1 : (s < 0 ? -1 : 0)) << cases[i].first << " scored " << s;
-    EXPECT_EQ(s, scoreOf(gl[i])) << cases[i].first;  // the same score in GBK
+    EXPECT_EQ(cases[i].utf8, sign(scoreOf(ul[i]))) << cases[i].text << " scored " << scoreOf(ul[i]);
+    EXPECT_EQ(cases[i].gbk, sign(scoreOf(gl[i]))) << cases[i].text << " scored " << scoreOf(gl[i]) << " in GBK";
   }
   EXPECT_LT(scoreOf(ul[8]), scoreOf(ul[7]) - 0.05);
+  EXPECT_LT(scoreOf(gl[8]), scoreOf(gl[7]) - 0.05);
 
   CommandRun tokens = vorelin("tokenize --quiet 'not good'");
   EXPECT_EQ("not\t0\t2\tEN_WORD\tEN_NEGATION\nNOT_good\t4\t7\tEN_WORD\tNOT_POSITIVE\n\n", tokens.out);

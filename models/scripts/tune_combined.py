@@ -46,7 +46,7 @@ import learn_weights  # noqa: E402
 # Keep in step with train_centroid.sh.
 TRAIN_OPTIONS = {
     "zh": ["--c", "8", "--min-df", "3", "--max-size", "40000", "--no-bias", "--non-ascii-only"],
-    "en": ["--c", "8", "--min-df", "2", "--no-bias"],
+    "en": ["--c", "8", "--min-df", "4", "--no-bias"],
 }
 # The Chinese lists of the weighted model's dictionary, in the order of
 # models/CMakeLists.txt (zh_lists), before the learned ones.
@@ -86,6 +86,9 @@ def out_of_fold(vorelin, build, lang, records, folds, work):
             for (label, _, text), k in zip(records, folds):
                 if k != fold:
                     f.write("%d\t%s\n" % (label, text))
+                    # As train_centroid.sh: English also in ordinary written form.
+                    if lang == "en":
+                        f.write("%d\t%s\n" % (label, corpus.natural_form(text)))
         prefix = os.path.join(work, "fold")
         subprocess.run([vorelin, "train", "centroid", "--quiet", "--config", config, "--out", prefix]
                        + TRAIN_OPTIONS[lang] + [train], check=True, stdout=subprocess.DEVNULL)

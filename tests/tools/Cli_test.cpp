@@ -84,7 +84,7 @@ TEST(CliTest, ClassifyKeepsLinesAndOrder) {
   CommandRun json = vorelin("classify --quiet --format jsonl 'say \"great\"' ''");
   auto jl = lines(json.out);
   ASSERT_EQ(2u, jl.size());
-  EXPECT_EQ(0u, jl[0].find("{\"text\": \"say \\\"great\\\"\", \"score\": 0.344019"));
+  EXPECT_EQ(0u, jl[0].find("{\"text\": \"say \\\"great\\\"\", \"score\": 0.347607"));
   EXPECT_EQ("{\"text\": \"\", \"score\": null}", jl[1]);
 
   // Many threads over one handle keep the input order.
@@ -99,26 +99,24 @@ TEST(CliTest, ClassifyKeepsLinesAndOrder) {
 }
 
 TEST(CliTest, DefaultModelSignsAndEncodings) {
-  // Expected sign with the UTF-8 default (lexicon and centroid members) and
-  // with the GBK default (the lexicon member alone).
+  // Expected sign with the default model; the GBK default must give the same
+  // scores on the same texts in GBK bytes.
   struct Case {
     std::string text;
-    int utf8, gbk;
+    int sign;
   };
   const std::vector<Case> cases = {
-      {"这家酒店的服务非常好，房间干净整洁。", 1, 1},
-      {"菜太难吃了，服务员态度也很差。", -1, -1},
-      {"质量不好，很失望。", -1, -1},
-      {"物流很快，包装完好，推荐购买！", 1, 1},
-      {"The hotel was wonderful and the staff were friendly.", 1, 1},
-      {"Terrible service, I will never come back.", -1, -1},
-      {"The service was not good.", -1, -1},
-      // The English centroid learnt lower-cased film snippets with spaced
-      // punctuation; on "The food was good." it outweighs the lexicon's
-      // weak positive. "food" keeps a small learned weight, which the negated
-      // word outweighs.
-      {"The food was good.", -1, 1},
-      {"The food was not good.", -1, -1},
+      {"这家酒店的服务非常好，房间干净整洁。", 1},
+      {"菜太难吃了，服务员态度也很差。", -1},
+      {"质量不好，很失望。", -1},
+      {"物流很快，包装完好，推荐购买！", 1},
+      {"The hotel was wonderful and the staff were friendly.", 1},
+      {"Terrible service, I will never come back.", -1},
+      {"The service was not good.", -1},
+      // The English centroid learnt film snippets, where the n-grams of "the
+      // food was" lean negative; it outweighs the lexicon's weak positive.
+      {"The food was good.", -1},
+      {"The food was not good.", -1},
   };
   std::string utf8, gbk;
   for (const auto& c : cases) {
@@ -134,11 +132,10 @@ TEST(CliTest, DefaultModelSignsAndEncodings) {
   ASSERT_EQ(cases.size(), gl.size());
   auto sign = [](double s) { return s > 0 ? 1 : (s < 0 ? -1 : 0); };
   for (size_t i = 0; i < cases.size(); ++i) {
-    EXPECT_EQ(cases[i].utf8, sign(scoreOf(ul[i]))) << cases[i].text << " scored " << scoreOf(ul[i]);
-    EXPECT_EQ(cases[i].gbk, sign(scoreOf(gl[i]))) << cases[i].text << " scored " << scoreOf(gl[i]) << " in GBK";
+    EXPECT_EQ(cases[i].sign, sign(scoreOf(ul[i]))) << cases[i].text << " scored " << scoreOf(ul[i]);
+    EXPECT_EQ(scoreOf(ul[i]), scoreOf(gl[i])) << cases[i].text << " in GBK";
   }
   EXPECT_LT(scoreOf(ul[8]), scoreOf(ul[7]) - 0.05);
-  EXPECT_LT(scoreOf(gl[8]), scoreOf(gl[7]) - 0.05);
 
   CommandRun tokens = vorelin("tokenize --quiet 'not good'");
   EXPECT_EQ("not\t0\t2\tEN_WORD\tEN_NEGATION\nNOT_good\t4\t7\tEN_WORD\tNOT_POSITIVE\n\n", tokens.out);

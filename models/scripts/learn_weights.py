@@ -17,8 +17,9 @@ Writes to DIR, for the language given:
                       evidence contradicts its list gets a small weight.
   LANG_learned_positive.txt, LANG_learned_negative.txt
                       frequent words the lists do not tag, whose evidence is
-                      strong and consistent; their weights are in the .tsv
-                      as well. The model tags them as sentiment words.
+                      strong and consistent; their weights, shrunk towards 0
+                      with the same strength, are in the .tsv as well. The
+                      model tags them as sentiment words.
 """
 import argparse
 import collections
@@ -100,8 +101,31 @@ def learn(pairs, blocks, settings):
                 continue
             sign = 1 if evidence > 0 else -1
             learned[sign].append(word)
-            weights[word] = sign * clamp(settings["new_scale"] * abs(evidence))
+            # A word without a hand polarity has a prior of 0 and is shrunk
+            # towards it like a listed word towards its own: a topic word
+            # seen in a handful of texts ("food" in film snippets) stays weak.
+            shrunk = df * abs(evidence) / (settings["prior_docs"] + df)
+            weights[word] = sign * clamp(settings["new_scale"] * shrunk)
     return weights, learned
+
+
+def write(out_dir, lang, weights, learned):
+    """Writes the weights and the two lists of new words of one language."""
+    os.makedirs(out_dir, exist_ok=True)
+    header = ("# Learned by models/scripts/learn_weights.py %s from the training lines of %s;\n"
+              "# do not edit by hand, rerun the script.\n" % (lang, corpus.FILES[lang]))
+    with open(os.path.join(out_dir, "%s_weights.tsv" % lang), "w", encoding="utf-8") as f:
+        f.write(header)
+        for word in sorted(weights):
+            f.write("%s\t%.4f\n" % (word, weights[word]))
+    for sign, name in ((1, "positive"), (-1, "negative")):
+        with open(os.path.join(out_dir, "%s_learned_%s.txt" % (lang, name)), "w", encoding="utf-8") as f:
+            f.write(header)
+            # The dictionary builder reads these directives; the English
+            # filter takes them for one more word that never occurs.
+            f.write("#! type %s\n#! tag %s\n" % ("CH_WORD" if lang == "zh" else "EN_WORD", name.upper()))
+            for word in sorted(learned[sign]):
+                f.write(word + "\n")
 
 
 def main():
@@ -118,21 +142,7 @@ def main():
     blocks = list(tokenize(args.vorelin, args.config, [text for _, text in pairs]))
     weights, learned = learn(pairs, blocks, settings)
 
-    os.makedirs(args.out_dir, exist_ok=True)
-    header = ("# Learned by models/scripts/learn_weights.py %s from the training lines of %s;\n"
-              "# do not edit by hand, rerun the script.\n" % (args.lang, corpus.FILES[args.lang]))
-    with open(os.path.join(args.out_dir, "%s_weights.tsv" % args.lang), "w", encoding="utf-8") as f:
-        f.write(header)
-        for word in sorted(weights):
-            f.write("%s\t%.4f\n" % (word, weights[word]))
-    for sign, name in ((1, "positive"), (-1, "negative")):
-        with open(os.path.join(args.out_dir, "%s_learned_%s.txt" % (args.lang, name)), "w", encoding="utf-8") as f:
-            f.write(header)
-            # The dictionary builder reads these directives; the English
-            # filter takes them for one more word that never occurs.
-            f.write("#! type %s\n#! tag %s\n" % ("CH_WORD" if args.lang == "zh" else "EN_WORD", name.upper()))
-            for word in sorted(learned[sign]):
-                f.write(word + "\n")
+    write(args.out_dir, args.lang, weights, learned)
     print("%s: %d documents, %d weights, %d new positive and %d new negative words"
           % (args.lang, len(pairs), len(weights), len(learned[1]), len(learned[-1])), file=sys.stderr)
 

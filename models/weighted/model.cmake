@@ -60,13 +60,6 @@ foreach(enc utf8 gbk)
   set(MODEL_EN_DIR ${model_src}/en)
   set(MODEL_LIST_DIR ${weighted_out}/lists_${enc})
   configure_file(${weighted_src}/weighted.xml.in ${weighted_out}/weighted_${enc}.xml @ONLY)
-  # The shipped default model is this one; the CLI, the examples and the
-  # Python package look for default_*.xml in the default folder.
-  configure_file(${weighted_src}/weighted.xml.in ${model_out}/default_${enc}.xml @ONLY)
-  set(MODEL_DICT_DIR ../weighted)
-  set(MODEL_EN_DIR en)
-  set(MODEL_LIST_DIR ../weighted/lists_${enc})
-  configure_file(${weighted_src}/weighted.xml.in ${PROJECT_BINARY_DIR}/models/install/default_${enc}.xml @ONLY)
   set(MODEL_DICT_DIR .)
   set(MODEL_EN_DIR ../default/en)
   set(MODEL_LIST_DIR lists_${enc})

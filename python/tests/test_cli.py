@@ -35,8 +35,8 @@ def test_bom_and_a_long_input_in_batches(tmp_path):
     lines = run.stdout.decode().splitlines()
     assert run.returncode == 0 and run.stderr == b""
     assert len(lines) == 6001
-    assert lines[0] == lines[2] == lines[-1] == "0.066165\t好"
-    assert lines[1] == "-0.423357\t差"
+    assert lines[0] == lines[2] == lines[-1] == "0.309648\t好"
+    assert lines[1] == "-0.670418\t差"
 
 
 def test_exit_codes(tmp_path):

@@ -272,7 +272,7 @@ TEST(CliHardeningTest, OutputIsValidJsonAndLinesEchoWithoutCarriageReturns) {
   ASSERT_EQ(200u, lines.size());
   for (size_t i = 0; i < lines.size(); ++i) EXPECT_TRUE(plausibleJsonLine(lines[i])) << i << ": " << lines[i];
   EXPECT_TRUE(has(random.out, "\\u00"));
-  EXPECT_EQ("{\"text\": \"\\u00ff\\u00fe\\u0001 x\\\"y\\\\\", \"score\": 0.000000}\n",
+  EXPECT_EQ("{\"text\": \"\\u00ff\\u00fe\\u0001 x\\\"y\\\\\", \"score\": -0.107952}\n",
             run("classify --quiet --format jsonl", "\xff\xfe\x01 x\"y\\\n").out);
 
   // GBK input comes out as UTF-8 text; a byte GBK cannot read is escaped.
@@ -284,7 +284,7 @@ TEST(CliHardeningTest, OutputIsValidJsonAndLinesEchoWithoutCarriageReturns) {
   // scores as it does with LF.
   EXPECT_EQ(kGoodBad, run("classify --quiet", "good\r\nbad\r\n").out);
   CliRun crlfJson = run("classify --quiet --format jsonl", "good\r\n");
-  EXPECT_EQ("{\"text\": \"good\", \"score\": 0.042420}\n", crlfJson.out);
+  EXPECT_EQ("{\"text\": \"good\", \"score\": 0.226215}\n", crlfJson.out);
 }
 
 // Starts the program with pipes on both ends, for a coprocess test.
@@ -340,8 +340,8 @@ TEST(CliHardeningTest, AnswersEachLineWhileTheInputStaysOpen) {
     std::vector<std::string> args = {"classify", "--quiet"};
     if (*mode) args.push_back(mode);
     Coprocess co(args);
-    EXPECT_EQ("0.042420\tgood", co.ask("good\n")) << mode;
-    EXPECT_EQ("-0.385157\tbad", co.ask("bad\n")) << mode;
+    EXPECT_EQ("0.226215\tgood", co.ask("good\n")) << mode;
+    EXPECT_EQ("-0.572973\tbad", co.ask("bad\n")) << mode;
   }
   EXPECT_EQ("{\"text\": \"x\", \"score\": 0.000000}",
             Coprocess({"classify", "--quiet", "--format", "jsonl"}).ask("x\n"));
@@ -353,7 +353,7 @@ TEST(CliHardeningTest, LongLinesAreRefusedOrCutAsAsked) {
   EXPECT_EQ(1, refused.code);
   auto lines = splitLines(refused.out);
   ASSERT_EQ(2u, lines.size());
-  EXPECT_EQ("-0.385157\tbad", lines[0]);
+  EXPECT_EQ("-0.572973\tbad", lines[0]);
   EXPECT_EQ(0u, lines[1].find("ERROR\t"));
   EXPECT_TRUE(has(refused.err, "1 line could not be classified (line 2)")) << refused.err;
   EXPECT_TRUE(has(run("classify --quiet --format jsonl --max-line 16", longLine + "\n").out,
@@ -399,7 +399,10 @@ TEST(CliHardeningTest, ExplainMatchesTheScoreAndShowsWhatActed) {
     double sum = 0.0;
     for (const auto& line : l) {
       size_t at = line.find("contribution ");
-      if (line.compare(0, 8, "    word") == 0 && at != std::string::npos) sum += std::stod(line.substr(at + 13));
+      if (at == std::string::npos) continue;
+      // The lexicon member (weight 1) by its words, the others as a whole.
+      if (line.compare(0, 8, "    word") == 0 || (line.compare(0, 9, "  member ") == 0 && l[2] != line))
+        sum += std::stod(line.substr(at + 13));
     }
     EXPECT_NEAR(scoreOf(scores[i]), sum, 1e-5) << blocks[i];
   }
@@ -412,7 +415,10 @@ TEST(CliHardeningTest, ExplainMatchesTheScoreAndShowsWhatActed) {
 
 TEST(CliHardeningTest, EvalCountsAZeroScoreAsUndecided) {
   // "the table" scores exactly 0: right for neither label.
-  CliRun r = run("eval --quiet --errors -", "1\tthe table\n-1\tthe table\n1\tgood\n");
+  // The lexicon model alone: the centroid members of the default score any n-gram.
+  CliRun r = run("eval --quiet --errors --config " + std::string(VORELIN_BUILD_DIR) +
+                     "/models/weighted/weighted_utf8.xml -",
+                 "1\tthe table\n-1\tthe table\n1\tgood\n");
   EXPECT_EQ(0, r.code);
   EXPECT_TRUE(has(r.out, "accuracy 33.3% (1/3)\tpositive 50.0%\tnegative 0.0%\tundecided 66.7%")) << r.out;
   EXPECT_EQ(2u, countOf(r.out, "miss\t+0.0000"));

@@ -84,7 +84,7 @@ TEST(CliTest, ClassifyKeepsLinesAndOrder) {
   CommandRun json = vorelin("classify --quiet --format jsonl 'say \"great\"' ''");
   auto jl = lines(json.out);
   ASSERT_EQ(2u, jl.size());
-  EXPECT_EQ(0u, jl[0].find("{\"text\": \"say \\\"great\\\"\", \"score\": 0.175441"));
+  EXPECT_EQ(0u, jl[0].find("{\"text\": \"say \\\"great\\\"\", \"score\": 0.347607"));
   EXPECT_EQ("{\"text\": \"\", \"score\": null}", jl[1]);
 
   // Many threads over one handle keep the input order.
@@ -99,7 +99,13 @@ TEST(CliTest, ClassifyKeepsLinesAndOrder) {
 }
 
 TEST(CliTest, DefaultModelSignsAndEncodings) {
-  const std::vector<std::pair<std::string, int> > cases = {
+  // Expected sign with the default model; the GBK default must give the same
+  // scores on the same texts in GBK bytes.
+  struct Case {
+    std::string text;
+    int sign;
+  };
+  const std::vector<Case> cases = {
       {"这家酒店的服务非常好，房间干净整洁。", 1},
       {"菜太难吃了，服务员态度也很差。", -1},
       {"质量不好，很失望。", -1},
@@ -107,15 +113,15 @@ TEST(CliTest, DefaultModelSignsAndEncodings) {
       {"The hotel was wonderful and the staff were friendly.", 1},
       {"Terrible service, I will never come back.", -1},
       {"The service was not good.", -1},
-      // "food" carries a learned positive weight from the film reviews that
-      // outweighs the negated word; the negation still lowers the score.
-      {"The food was good.", 1},
-      {"The food was not good.", 1},
+      // The English centroid learnt film snippets, where the n-grams of "the
+      // food was" lean negative; it outweighs the lexicon's weak positive.
+      {"The food was good.", -1},
+      {"The food was not good.", -1},
   };
   std::string utf8, gbk;
   for (const auto& c : cases) {
-    utf8 += c.first + "\n";
-    gbk += toGbk(c.first) + "\n";
+    utf8 += c.text + "\n";
+    gbk += toGbk(c.text) + "\n";
   }
   CommandRun u = vorelin("classify --quiet", utf8);
   CommandRun g = vorelin("classify --quiet --encoding gbk", gbk);
@@ -124,10 +130,10 @@ TEST(CliTest, DefaultModelSignsAndEncodings) {
   auto ul = lines(u.out), gl = lines(g.out);
   ASSERT_EQ(cases.size(), ul.size());
   ASSERT_EQ(cases.size(), gl.size());
+  auto sign = [](double s) { return s > 0 ? 1 : (s < 0 ? -1 : 0); };
   for (size_t i = 0; i < cases.size(); ++i) {
-    double s = scoreOf(ul[i]);
-    EXPECT_EQ(cases[i].second, s > 0 ? 1 : (s < 0 ? -1 : 0)) << cases[i].first << " scored " << s;
-    EXPECT_EQ(s, scoreOf(gl[i])) << cases[i].first;  // the same score in GBK
+    EXPECT_EQ(cases[i].sign, sign(scoreOf(ul[i]))) << cases[i].text << " scored " << scoreOf(ul[i]);
+    EXPECT_EQ(scoreOf(ul[i]), scoreOf(gl[i])) << cases[i].text << " in GBK";
   }
   EXPECT_LT(scoreOf(ul[8]), scoreOf(ul[7]) - 0.05);
 

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "../modular/SavedBytes.h"
@@ -208,6 +209,23 @@ TEST_F(CentroidClassifierTest, TextScoresAsItsTokens) {
   }
   double score = 0.0;
   EXPECT_TRUE(c.classify(texts[0], score) && score != 0.0);
+
+  // The same scores from threads sharing the classifier (the n-gram path
+  // looks at the analyzer on every text).
+  std::vector<double> expected(texts.size());
+  for (size_t i = 0; i < texts.size(); ++i) ASSERT_TRUE(c.classify(texts[i], expected[i]));
+  std::vector<int> wrong(3, 0);
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 3; ++t)
+    threads.emplace_back([&, t]() {
+      for (size_t n = 0; n < 2000; ++n) {
+        const size_t i = (n + t) % texts.size();
+        double s = 0.0;
+        if (!c.classify(texts[i], s) || s != expected[i]) ++wrong[t];
+      }
+    });
+  for (std::thread& th : threads) th.join();
+  for (int t = 0; t < 3; ++t) EXPECT_EQ(0, wrong[t]) << "thread " << t;
 }
 
 TEST(CentroidEndToEndTest, TinyTrainedModelThroughTheCInterface) {

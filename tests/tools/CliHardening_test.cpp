@@ -272,7 +272,7 @@ TEST(CliHardeningTest, OutputIsValidJsonAndLinesEchoWithoutCarriageReturns) {
   ASSERT_EQ(200u, lines.size());
   for (size_t i = 0; i < lines.size(); ++i) EXPECT_TRUE(plausibleJsonLine(lines[i])) << i << ": " << lines[i];
   EXPECT_TRUE(has(random.out, "\\u00"));
-  EXPECT_EQ("{\"text\": \"\\u00ff\\u00fe\\u0001 x\\\"y\\\\\", \"score\": -0.107952}\n",
+  EXPECT_EQ("{\"text\": \"\\u00ff\\u00fe\\u0001 x\\\"y\\\\\", \"score\": 0.000000}\n",
             run("classify --quiet --format jsonl", "\xff\xfe\x01 x\"y\\\n").out);
 
   // GBK input comes out as UTF-8 text; a byte GBK cannot read is escaped.
@@ -284,7 +284,7 @@ TEST(CliHardeningTest, OutputIsValidJsonAndLinesEchoWithoutCarriageReturns) {
   // scores as it does with LF.
   EXPECT_EQ(kGoodBad, run("classify --quiet", "good\r\nbad\r\n").out);
   CliRun crlfJson = run("classify --quiet --format jsonl", "good\r\n");
-  EXPECT_EQ("{\"text\": \"good\", \"score\": 0.226215}\n", crlfJson.out);
+  EXPECT_EQ("{\"text\": \"good\", \"score\": 0.042420}\n", crlfJson.out);
 }
 
 // Starts the program with pipes on both ends, for a coprocess test.
@@ -340,8 +340,8 @@ TEST(CliHardeningTest, AnswersEachLineWhileTheInputStaysOpen) {
     std::vector<std::string> args = {"classify", "--quiet"};
     if (*mode) args.push_back(mode);
     Coprocess co(args);
-    EXPECT_EQ("0.226215\tgood", co.ask("good\n")) << mode;
-    EXPECT_EQ("-0.572973\tbad", co.ask("bad\n")) << mode;
+    EXPECT_EQ("0.042420\tgood", co.ask("good\n")) << mode;
+    EXPECT_EQ("-0.385157\tbad", co.ask("bad\n")) << mode;
   }
   EXPECT_EQ("{\"text\": \"x\", \"score\": 0.000000}",
             Coprocess({"classify", "--quiet", "--format", "jsonl"}).ask("x\n"));
@@ -353,7 +353,7 @@ TEST(CliHardeningTest, LongLinesAreRefusedOrCutAsAsked) {
   EXPECT_EQ(1, refused.code);
   auto lines = splitLines(refused.out);
   ASSERT_EQ(2u, lines.size());
-  EXPECT_EQ("-0.572973\tbad", lines[0]);
+  EXPECT_EQ("-0.385157\tbad", lines[0]);
   EXPECT_EQ(0u, lines[1].find("ERROR\t"));
   EXPECT_TRUE(has(refused.err, "1 line could not be classified (line 2)")) << refused.err;
   EXPECT_TRUE(has(run("classify --quiet --format jsonl --max-line 16", longLine + "\n").out,

@@ -84,7 +84,7 @@ TEST(CliTest, ClassifyKeepsLinesAndOrder) {
   CommandRun json = vorelin("classify --quiet --format jsonl 'say \"great\"' ''");
   auto jl = lines(json.out);
   ASSERT_EQ(2u, jl.size());
-  EXPECT_EQ(0u, jl[0].find("{\"text\": \"say \\\"great\\\"\", \"score\": 0.347607"));
+  EXPECT_EQ(0u, jl[0].find("{\"text\": \"say \\\"great\\\"\", \"score\": 0.175441"));
   EXPECT_EQ("{\"text\": \"\", \"score\": null}", jl[1]);
 
   // Many threads over one handle keep the input order.
@@ -113,9 +113,7 @@ TEST(CliTest, DefaultModelSignsAndEncodings) {
       {"The hotel was wonderful and the staff were friendly.", 1},
       {"Terrible service, I will never come back.", -1},
       {"The service was not good.", -1},
-      // The English centroid learnt film snippets, where the n-grams of "the
-      // food was" lean negative; it outweighs the lexicon's weak positive.
-      {"The food was good.", -1},
+      {"The food was good.", 1},
       {"The food was not good.", -1},
   };
   std::string utf8, gbk;

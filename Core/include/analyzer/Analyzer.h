@@ -34,7 +34,7 @@ class Analyzer : public configure::Configurable {
   bool attachUserWords(const std::vector<std::string>& words, Token::TType type, Token::TTag tag);
   void detachPreTokenizer();
 
-  common::AutoPtr<Tokenizer> getTokenizer() const { return m_tokenizerPtr; }
+  const common::AutoPtr<Tokenizer>& getTokenizer() const { return m_tokenizerPtr; }
   const std::string& getEncode() const { return m_encode; }
 
  protected:

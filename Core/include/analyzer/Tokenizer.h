@@ -56,9 +56,9 @@ class Tokenizer : public configure::Configurable {
   // The first dictionary tokenizer of the chain takes all the words.
   bool insertUserWords(const std::vector<std::string>& words, Token::TType type, Token::TTag tag);
 
-  common::AutoPtr<Tokenizer> getPostTokenizer() const { return m_postTokenizerPtr; }
+  const common::AutoPtr<Tokenizer>& getPostTokenizer() const { return m_postTokenizerPtr; }
   common::AutoPtr<Tokenizer> getPreTokenizer() const { return m_preTokenizerPtr; }
-  common::AutoPtr<TokenFilter> getTokenFilter() const { return m_tokenFilterPtr; }
+  const common::AutoPtr<TokenFilter>& getTokenFilter() const { return m_tokenFilterPtr; }
   const std::string& getEncode() const { return m_encode; }
   const std::string& getLexerIdentifier() const { return m_lexerIdentifier; }
 

@@ -33,7 +33,7 @@ class TextAnalyzer : public configure::Configurable {
   // whether it configured.
   static bool configTextAnalyzer(const configure::Parameter& param, common::AutoPtr<TextAnalyzer>& out);
 
-  common::AutoPtr<analyzer::Analyzer> getAnalyzer() const { return m_analyzerPtr; }
+  const common::AutoPtr<analyzer::Analyzer>& getAnalyzer() const { return m_analyzerPtr; }
 
   static const std::string PARAM_ANALYZER;
 

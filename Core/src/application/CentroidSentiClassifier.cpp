@@ -123,7 +123,9 @@ analyzer::ChNGramTokenizer* CentroidSentiClassifier::gramTokenizer() const {
   if (!m_textAnalyzerPtr || !m_docVecBuilderPtr) return nullptr;
   modular::IDocVectorBuilder& builder = *m_docVecBuilderPtr;
   if (typeid(builder) != typeid(modular::StandardDocVectorBuilder)) return nullptr;
-  AutoPtr<analyzer::Analyzer> analyzer = m_textAnalyzerPtr->getAnalyzer();
+  // References, not copies: the pointers' counts are not guarded, and
+  // several threads classify at once.
+  const AutoPtr<analyzer::Analyzer>& analyzer = m_textAnalyzerPtr->getAnalyzer();
   if (!analyzer || !analyzer->getTokenizer()) return nullptr;
   analyzer::Tokenizer& head = *analyzer->getTokenizer();
   if (typeid(head) != typeid(analyzer::ChNGramTokenizer) || head.getPostTokenizer() || head.getTokenFilter())

@@ -92,25 +92,12 @@ std::vector<std::string> generatedTexts() {
 
 void run(benchmark::State& state, const std::string& config) {
   void* handle = nullptr;
-  std::streambuf* old = std::cout.rdbuf(nullptr);
-  int ok = Senti_Classifier_Init(config.c_str(), &handle);
-  std::cout.rdbuf(old);
-  if (!ok) {
+  if (!vortm::bench::openClassifier(config, handle)) {
     state.SkipWithError(("cannot initialise " + config).c_str());
     return;
   }
-  size_t i = 0;
-  int64_t bytes = 0;
-  for (auto _ : state) {
-    const std::string& line = g_lines[i++ % g_lines.size()];
-    double score = 0.0;
-    Senti_Classify_Perform(handle, line.c_str(), &score);
-    benchmark::DoNotOptimize(score);
-    bytes += static_cast<int64_t>(line.size());
-  }
-  state.SetBytesProcessed(bytes);
-  state.SetItemsProcessed(state.iterations());
-  Senti_Classifier_Exit(handle);
+  vortm::bench::classifyEach(state, handle, g_lines);
+  vortm::bench::closeClassifier(handle);
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 
 #include "FuzzSupport.h"
 #include "analyzer/TokenBuffer.h"
+#include "configure/BasicParamParser.h"
 #include "modular/RuleParser.h"
 
 using vortm::analyzer::Token;
@@ -18,12 +19,34 @@ using vortm::common::AutoPtr;
 using vortm::modular::BasicRuleParser;
 using vortm::modular::Rule;
 
+namespace {
+
+// A block asked for its own name stops the process by design. The parser
+// asks the children of "rules" and "subrules" blocks for these names, so a
+// tree where such a child bears one of them is left out.
+bool asksABlockItsOwnName(const vortm::configure::Parameter& node, const std::string& name) {
+  static const std::set<std::string> asked = {"classid", "toprule", "subrules", "operator", "value"};
+  for (unsigned int i = 0; i < node.size(); ++i) {
+    const std::string child = node.getSubParamName(i);
+    if ((name == "rules" || name == "subrules") && asked.count(child)) return true;
+    if (asksABlockItsOwnName(node[static_cast<int>(i)], child)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static bool once = (vortm::fuzzing::silenceOutput(), true);
   (void)once;
   // Nesting depth costs recursion in the tree; keep inputs small.
   if (size > (1 << 14)) return 0;
   std::string text(reinterpret_cast<const char*>(data), size);
+  {
+    vortm::configure::BasicParamParser tree;
+    AutoPtr<vortm::configure::Parameter> root;
+    if (tree.doParseFromText(text, root) && root && asksABlockItsOwnName(*root, "")) return 0;
+  }
   BasicRuleParser parser;
   std::vector<AutoPtr<Rule> > rules;
   bool ok = parser.parseRuleFromText(text, rules);

@@ -39,6 +39,14 @@ struct ScoreTrace {
   double divisor = 0.0;
 };
 
+class IPositionWeighter;
+
+// Starts a detailed trace of `tokens`: the reasons of the position weights
+// come from the weighter's own pass when it can tell them; the weights used
+// stay those of the scorer's weighting(), which a subclass may replace.
+void startTrace(ScoreTrace& trace, std::vector<analyzer::Token>& tokens, IPositionWeighter* weighter,
+                std::vector<std::string>& reasons);
+
 }  // namespace modular
 }  // namespace vortm
 

@@ -95,16 +95,8 @@ bool StandardLexcionSentiScorer::score(std::vector<Token>& tokens, double& score
   const size_t n = tokens.size();
   std::vector<double> weights;
   weighting(tokens, weights);
-  // The reasons come from the weighter's own pass; the weights used stay
-  // those of weighting(), which a subclass may replace.
   std::vector<std::string> reasons;
-  if (trace) {
-    trace->detailed = true;
-    trace->tokenCount = n;
-    std::vector<double> scratch;
-    auto* oriented = dynamic_cast<SentiOrientedPositionWeighter*>(m_positionWeighterPtr.get());
-    if (oriented) oriented->weightingWithReasons(tokens, scratch, &reasons);
-  }
+  if (trace) startTrace(*trace, tokens, m_positionWeighterPtr.get(), reasons);
 
   std::vector<double> polarity(n, 0.0);
   int count = 0;

@@ -185,13 +185,7 @@ bool WeightedLexcionSentiScorer::score(std::vector<Token>& tokens, double& score
   std::vector<double> weights;
   weighting(tokens, weights);
   std::vector<std::string> reasons;
-  if (trace) {
-    trace->detailed = true;
-    trace->tokenCount = n;
-    std::vector<double> scratch;
-    auto* oriented = dynamic_cast<SentiOrientedPositionWeighter*>(m_positionWeighterPtr.get());
-    if (oriented) oriented->weightingWithReasons(tokens, scratch, &reasons);
-  }
+  if (trace) startTrace(*trace, tokens, m_positionWeighterPtr.get(), reasons);
   std::vector<double> polarity(n, 0.0);
   if (n == 0) {
     score = 0.0;

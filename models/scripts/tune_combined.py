@@ -2,6 +2,7 @@
 """Member weights of the combined model, chosen on the training lines only.
 
   tune_combined.py [--build DIR] [--folds K|category] [--cnn] [--save F | --load F]
+                   [--en-words CONFIG --en-words-expand FILE]
 
 The lexicon member (the weighted lexicon classifier of the default model)
 keeps weight 1. Each centroid model is scored on the training lines of its
@@ -24,6 +25,11 @@ The lexicon member is scored out of fold as well: its learned words and
 weights are learned again on the other folds (learn_weights.py), since on
 the lines they were learned from they would look far better than they are.
 
+--en-words adds an English word centroid member (the model of
+train_wordvec_en.sh, CONFIG being its configuration and FILE its expansion
+list), retrained out of fold with that script's options, and weighs it
+beside the Chinese centroid in place of the English one.
+
 The script prints the weights with the best mean accuracy over both
 languages (score >= 0 counts positive), found by coordinate search over a
 grid, and the accuracies of each member alone.
@@ -32,6 +38,7 @@ import argparse
 import json
 import os
 import random
+import re
 import subprocess
 import sys
 import tempfile
@@ -48,6 +55,9 @@ TRAIN_OPTIONS = {
     "zh": ["--c", "8", "--min-df", "3", "--max-size", "40000", "--no-bias", "--non-ascii-only"],
     "en": ["--c", "8", "--min-df", "4", "--no-bias"],
 }
+# Keep in step with train_wordvec_en.sh.
+EN_WORDS_OPTIONS = ["--c", "2", "--min-df", "2", "--no-bias"]
+EN_WORDS_REPEAT = 4
 # The Chinese lists of the weighted model's dictionary, in the order of
 # models/CMakeLists.txt (zh_lists), before the learned ones.
 ZH_LISTS = ["plain", "pos_strong", "neg_strong", "pos_weak", "neg_weak", "degree_10", "degree_11",
@@ -77,21 +87,30 @@ def fold_of(lang, records, folds):
     return [i % k for i in range(len(records))]
 
 
-def out_of_fold(vorelin, build, lang, records, folds, work):
+def training_lines(lang, label, text, words):
+    if words:
+        # As train_wordvec_en.sh: letters only, each line several times.
+        return ["%d\t%s\n" % (label, re.sub(r"[^A-Za-z' -]+", " ", text))] * EN_WORDS_REPEAT
+    # As train_centroid.sh: English also in ordinary written form.
+    forms = [text, corpus.natural_form(text)] if lang == "en" else [text]
+    return ["%d\t%s\n" % (label, t) for t in forms]
+
+
+def out_of_fold(vorelin, build, lang, records, folds, work, words=None):
+    """Out-of-fold scores of the centroid model of `lang`, or with `words`
+    (a pair of configuration and expansion list) of the English word model."""
     scores = [0.0] * len(records)
-    config = os.path.join(build, "models", "centroid", "centroid_%s.xml" % lang)
+    config = words[0] if words else os.path.join(build, "models", "centroid", "centroid_%s.xml" % lang)
+    options = EN_WORDS_OPTIONS + ["--word-expand", words[1]] if words else TRAIN_OPTIONS[lang]
     for fold in sorted(set(folds)):
         train = os.path.join(work, "train.tsv")
         with open(train, "w", encoding="utf-8") as f:
             for (label, _, text), k in zip(records, folds):
                 if k != fold:
-                    f.write("%d\t%s\n" % (label, text))
-                    # As train_centroid.sh: English also in ordinary written form.
-                    if lang == "en":
-                        f.write("%d\t%s\n" % (label, corpus.natural_form(text)))
+                    f.writelines(training_lines(lang, label, text, words))
         prefix = os.path.join(work, "fold")
         subprocess.run([vorelin, "train", "centroid", "--quiet", "--config", config, "--out", prefix]
-                       + TRAIN_OPTIONS[lang] + [train], check=True, stdout=subprocess.DEVNULL)
+                       + options + [train], check=True, stdout=subprocess.DEVNULL)
         held = [i for i, k in enumerate(folds) if k == fold]
         for i, s in zip(held, classify(vorelin, prefix + ".xml", [records[i][2] for i in held], work)):
             scores[i] = s
@@ -169,6 +188,10 @@ def collect(args, vorelin):
                 else:
                     shipped = os.path.join(args.build, "models", "centroid", "centroid_%s.xml" % model)
                     member[model] = classify(vorelin, shipped, texts, work)
+                if args.en_words and model == "en":
+                    words = (args.en_words, args.en_words_expand)
+                    member["enw"] = (out_of_fold(vorelin, args.build, lang, records, folds, work, words)
+                                     if lang == "en" else classify(vorelin, args.en_words, texts, work))
                 if args.cnn:
                     cnn = os.path.join(args.build, "models", "cnn", "cnn_%s.xml" % model)
                     member["cnn_" + model] = classify(vorelin, cnn, texts, work)
@@ -224,6 +247,12 @@ def report(raw, with_cnn):
     weights = search(data, ["zh", "en"], everything)
     print("lexicon + centroids: %s -> zh %.4f en %.4f"
           % ((fmt(weights),) + tuple(accuracies(data, weights, everything))))
+    if "enw" in data["zh"]["m"]:
+        w = {"lex": 1.0, "zh": weights["zh"]}
+        print("lexicon + Chinese centroid: %s -> zh %.4f en %.4f" % ((fmt(w),) + tuple(accuracies(data, w, everything))))
+        w = search(data, ["zh", "enw"], everything)
+        print("lexicon + Chinese centroid + English words: %s -> zh %.4f en %.4f"
+              % ((fmt(w),) + tuple(accuracies(data, w, everything))))
     if with_cnn:
         print("on the CNN's validation lines (zh %d, en %d):" % tuple(int(unseen[l].sum()) for l in LANGS))
         print("  lexicon + centroids as above: zh %.4f en %.4f" % tuple(accuracies(data, weights, unseen)))
@@ -245,6 +274,8 @@ def main():
     p.add_argument("--corpora")
     p.add_argument("--save", help="also write the member scores to this JSON file")
     p.add_argument("--load", help="read the member scores from a file written by --save instead")
+    p.add_argument("--en-words", help="configuration of the English word centroid model")
+    p.add_argument("--en-words-expand", help="its expansion list")
     args = p.parse_args()
     if args.load:
         with open(args.load, encoding="utf-8") as f:

@@ -230,6 +230,23 @@ def fmt(v):
     return "%.*g" % (DIGITS, v)
 
 
+VEC_DECIMALS = 0
+
+
+def fmt_vec(v):
+    """A number of the word vector file: with --vec-decimals, fixed point
+    without the leading zero (strtod reads '.12' and '-.12'), which keeps the
+    largest file small."""
+    if not VEC_DECIMALS:
+        return fmt(v)
+    text = "%.*f" % (VEC_DECIMALS, v)
+    if text.startswith("0."):
+        text = text[1:]
+    elif text.startswith("-0."):
+        text = "-" + text[2:]
+    return "0" if text.strip("-.0") == "" else text
+
+
 def write_numbers(f, tensor):
     f.write(" ".join(fmt(v) for v in tensor.detach().double().reshape(-1).tolist()) + "\n")
 
@@ -252,7 +269,7 @@ def write_model(net, vocab, prefix, analyzer_xml, kind):
         f.write("%d %d\n" % (len(words), net.emb.embedding_dim))
         emb = net.emb.weight.detach().double()
         for w in words:
-            f.write(w + " " + " ".join(fmt(v) for v in emb[vocab[w] + 1].tolist()) + "\n")
+            f.write(w + " " + " ".join(fmt_vec(v) for v in emb[vocab[w] + 1].tolist()) + "\n")
     with open(prefix + ".model", "w") as f:
         net.write(f)
     with open(prefix + ".param", "w") as f:
@@ -368,30 +385,63 @@ def build_vocab(docs, min_count, max_words, kind):
     return {w: i for i, w in enumerate(words)}
 
 
-def init_from_fasttext(net, vocab, docs, args):
-    """Starts the embeddings from skip-gram vectors that the fasttext tool
-    learns on the same training texts (tokens as the analyzer cuts them)."""
-    import tempfile
-    with tempfile.TemporaryDirectory() as tmp:
-        text = os.path.join(tmp, "tokens.txt")
-        with open(text, "w", encoding="utf-8") as f:
-            for d in docs:
-                f.write(" ".join(t[4:] if args.kind == "std_conv" and t.startswith("NOT_") else t
-                                 for t in d if t and not any(c.isspace() for c in t)) + "\n")
-        out = os.path.join(tmp, "vectors")
-        subprocess.run([args.fasttext, "skipgram", "-input", text, "-output", out, "-dim", str(args.dim),
-                        "-minCount", str(args.min_count), "-epoch", "10", "-thread", "1", "-seed", str(args.seed),
-                        "-verbose", "0"], check=True)
-        found = 0
-        with open(out + ".vec", encoding="utf-8", errors="replace") as f:
-            f.readline()
-            for line in f:
-                fields = line.rstrip().split(" ")
-                if fields[0] in vocab and len(fields) == args.dim + 1:
-                    v = torch.tensor([float(x) for x in fields[1:]])
-                    net.emb.weight.data[vocab[fields[0]] + 1] = v / (v.norm() + 1e-8) * math.sqrt(args.dim) * 0.5
-                    found += 1
-    log("fasttext vectors for %d of %d words" % (found, len(vocab)))
+def fasttext_vectors(docs, args, folder):
+    """Learns skip-gram vectors of the training tokens (as the analyzer cuts
+    them) with the fasttext tool; returns the path of its .vec file."""
+    text = os.path.join(folder, "tokens.txt")
+    with open(text, "w", encoding="utf-8") as f:
+        for d in docs:
+            f.write(" ".join(t[4:] if args.kind == "std_conv" and t.startswith("NOT_") else t
+                             for t in d if t and not any(c.isspace() for c in t)) + "\n")
+    out = os.path.join(folder, "vectors")
+    subprocess.run([args.fasttext, "skipgram", "-input", text, "-output", out, "-dim", str(args.dim),
+                    "-minCount", str(args.min_count), "-epoch", str(args.fasttext_epochs), "-thread", "1",
+                    "-seed", str(args.seed), "-verbose", "0"], check=True)
+    return out + ".vec"
+
+
+def read_vec(path, dim, wanted, take_all):
+    """Vectors of a .vec file ('COUNT DIM', then 'WORD v1 ... vDIM' a line):
+    those of the words in `wanted`, or of every word with `take_all`."""
+    vectors = {}
+    with open(path, encoding="utf-8", errors="replace") as f:
+        f.readline()
+        for line in f:
+            word, _, rest = line.rstrip("\r\n").partition(" ")
+            if not word or (not take_all and word not in wanted) or word in vectors:
+                continue
+            values = rest.split()
+            if len(values) != dim:
+                raise SystemExit("train_cnn.py: %s holds vectors of %d numbers, --dim is %d"
+                                 % (path, len(values), dim))
+            vectors[word] = [float(v) for v in values]
+    return vectors
+
+
+def start_embeddings(net, vocab, vectors, args):
+    """Copies the vectors into the embedding rows of their words, each scaled
+    to the norm --vec-norm (0 keeps it). Returns the rows it set. Fixed rows
+    are rounded as the word vector file will hold them, so that training sees
+    the numbers the library will read."""
+    rows = []
+    for word, values in vectors.items():
+        v = torch.tensor(values)
+        if args.vec_norm > 0:
+            v = v / (v.norm() + 1e-8) * args.vec_norm
+        if args.freeze_vec:
+            v = torch.tensor([float(fmt_vec(x)) for x in v.tolist()])
+        net.emb.weight.data[vocab[word] + 1] = v
+        rows.append(vocab[word] + 1)
+    log("start vectors for %d of %d words" % (len(rows), len(vocab)))
+    return rows
+
+
+def freeze_rows(net, rows):
+    """Keeps the given embedding rows as they are: their gradient is zeroed,
+    so Adam (without weight decay) never moves them."""
+    mask = torch.ones(net.emb.weight.shape[0], 1)
+    mask[rows] = 0.0
+    net.emb.weight.register_hook(lambda g: g * mask)
 
 
 def accuracy(net, batches):
@@ -433,6 +483,19 @@ def cmd_train(args):
     n_valid = int(len(order) * args.valid_share)
     valid_idx, train_idx = order[:n_valid], order[n_valid:]
     vocab = build_vocab([docs[i] for i in train_idx], args.min_count, args.max_words, args.kind)
+    vectors = {}
+    if args.fasttext or args.vec:
+        import tempfile
+        with tempfile.TemporaryDirectory() as tmp:
+            path = args.vec or fasttext_vectors([docs[i] for i in train_idx], args, tmp)
+            vectors = read_vec(path, args.dim, vocab, args.vec_words)
+        if args.vec_words:
+            # Words the training lines lack still get their vectors into the
+            # model, which helps on texts of other domains.
+            for w in vectors:
+                vocab.setdefault(w, len(vocab))
+        vectors = {w: v for w, v in vectors.items() if w in vocab}
+    fixed = args.freeze_vec and bool(vectors)
     if args.kind == "std_conv":
         widths = [int(w) for w in args.widths.split(",")]
         net = StdConv(len(vocab), args.dim, widths, args.filters, args.pool, args.hidden, args.dropout)
@@ -441,8 +504,10 @@ def cmd_train(args):
         if any(w2 > args.pool1 for _, w2 in pairs_w):
             raise SystemExit("train_cnn.py: a second window wider than --pool1 leaves no positions")
         net = DCNN(len(vocab), args.dim, pairs_w, args.pool1, args.pool2, args.hidden, args.dropout)
-    if args.fasttext:
-        init_from_fasttext(net, vocab, [docs[i] for i in train_idx], args)
+    if fixed:
+        freeze_rows(net, start_embeddings(net, vocab, vectors, args))
+    elif vectors:
+        start_embeddings(net, vocab, vectors, args)
     log("%s: %d words, dim %d, %d parameters" % (args.kind, len(vocab), args.dim,
                                                  sum(p.numel() for p in net.parameters())))
 
@@ -539,7 +604,18 @@ def main():
     t.add_argument("--hidden", type=int, default=16, help="features of the document vector (>= 3)")
     t.add_argument("--dropout", type=float, default=0.5)
     t.add_argument("--weight-decay", type=float, default=0.0)
-    t.add_argument("--fasttext", help="fasttext binary: start the embeddings from its skip-gram vectors")
+    t.add_argument("--fasttext", help="fasttext binary: start the embeddings from skip-gram vectors it learns"
+                   " on the training lines")
+    t.add_argument("--fasttext-epochs", type=int, default=10)
+    t.add_argument("--vec", help=".vec file to start the embeddings from (dimension --dim)")
+    t.add_argument("--vec-words", action="store_true",
+                   help="put every word of the start vectors in the vocabulary, not only the training words")
+    t.add_argument("--vec-norm", type=float, default=None,
+                   help="scale each start vector to this norm, 0 keeps it (default 0.5*sqrt(dim))")
+    t.add_argument("--freeze-vec", action="store_true",
+                   help="keep the start vectors fixed; only words without one learn their embedding")
+    t.add_argument("--vec-decimals", type=int, default=0,
+                   help="write the word vectors with this many decimals (default: --digits significant)")
     t.add_argument("--epochs", type=int, default=12)
     t.add_argument("--patience", type=int, default=2)
     t.add_argument("--batch", type=int, default=50)
@@ -561,8 +637,13 @@ def main():
         q.add_argument("--vorelin", default=default_vorelin)
         q.add_argument("--config", default=default_config, help="configuration whose analyzer is used")
     args = p.parse_args()
-    global DIGITS
+    global DIGITS, VEC_DECIMALS
     DIGITS = getattr(args, "digits", DIGITS)
+    VEC_DECIMALS = getattr(args, "vec_decimals", 0)
+    if getattr(args, "fasttext", None) and getattr(args, "vec", None):
+        raise SystemExit("train_cnn.py: give --fasttext or --vec, not both")
+    if getattr(args, "vec_norm", 0) is None:
+        args.vec_norm = 0.5 * math.sqrt(args.dim)
     if getattr(args, "hidden", 3) < 3:
         raise SystemExit("train_cnn.py: --hidden must be at least 3")
     args.run(args)

@@ -25,7 +25,7 @@ class Analyzer;
 class Tokenizer : public configure::Configurable {
  public:
   Tokenizer() {}
-  virtual ~Tokenizer() {}
+  virtual ~Tokenizer();
 
   // Keys: "encode" (required), "lexer_identifier", "token_filters".
   bool config(const configure::Parameter& param) override;

@@ -336,9 +336,14 @@ bool Tokenizer::doTokenizeWith(const char* text, unsigned int length, CharacterL
   if (length == 0) return true;
   if (refs.size() < length) refs.resize(length);
   unsigned int* pForwardRefBuf = refs.data();
-  if (!fillCharLengths(*lexer, reinterpret_cast<const unsigned char*>(text), length, pForwardRefBuf))
-    doLexer(text, length, *lexer, pForwardRefBuf);
+  lexCharacters(text, length, *lexer, pForwardRefBuf);
   return doTokenizeInternal(text, pForwardRefBuf, length, out, base);
+}
+
+void Tokenizer::lexCharacters(const char* text, unsigned int length, CharacterLexer& lexer,
+                              unsigned int* forwardRefBuf) {
+  if (!fillCharLengths(lexer, reinterpret_cast<const unsigned char*>(text), length, forwardRefBuf))
+    doLexer(text, length, lexer, forwardRefBuf);
 }
 
 int Tokenizer::doLexer(const char* text, unsigned int length, CharacterLexer& lexer, unsigned int* forwardRefBuf) {

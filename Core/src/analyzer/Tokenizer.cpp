@@ -305,8 +305,7 @@ bool Tokenizer::doTokenizeBytes(const char* text, unsigned int length, TokenBuff
 
   TokenBuffer::Iterator it(&local);
   Token token;
-  while (it.hasNext()) {
-    it.next(token);
+  while (it.readNext(token)) {
     if (filters && filters->filter(token)) continue;
     if ((token.type == Token::TT_CH_RUN || token.type == Token::TT_TEXT_SPAN) && m_postTokenizerPtr) {
       // Only the text goes on, cut at its first zero byte; the span's start

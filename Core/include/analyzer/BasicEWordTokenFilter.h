@@ -21,6 +21,7 @@ class BasicEWordTokenFilter : public TokenFilter {
   bool config(const configure::Parameter& param) override;
   bool filterInternal(Token& token) override;
   common::AutoPtr<TokenFilter> cloneIgnoringStateInternal() override;
+  bool resetState() override;
 
   static const std::string PARAM_EN_NEG_SENTI_FILE;
   static const std::string PARAM_EN_POS_SENTI_FILE;

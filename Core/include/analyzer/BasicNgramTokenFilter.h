@@ -22,6 +22,7 @@ class BasicNgramTokenFilter : public TokenFilter {
   bool config(const configure::Parameter& param) override;
   bool filterInternal(Token& token) override;
   common::AutoPtr<TokenFilter> cloneIgnoringStateInternal() override;
+  bool resetState() override;
 
   static const std::string PARAM_CH_NEGATION_WORD_FILE;
 

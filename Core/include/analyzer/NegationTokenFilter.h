@@ -23,6 +23,7 @@ class NegationTokenFilter : public TokenFilter {
   bool config(const configure::Parameter& param) override;
   bool filterInternal(Token& token) override;
   common::AutoPtr<TokenFilter> cloneIgnoringStateInternal() override;
+  bool resetState() override;
 
   static const std::string PARAM_AFTER_ONLY_DEGREE_WORDS_FILE;
 

@@ -20,6 +20,7 @@ class SimpleEnNegationTokenFilter : public TokenFilter {
   bool config(const configure::Parameter& param) override;
   bool filterInternal(Token& token) override;
   common::AutoPtr<TokenFilter> cloneIgnoringStateInternal() override;
+  bool resetState() override;
 
  private:
   bool m_inNegation;

@@ -19,6 +19,7 @@ class SkipNegationTokenFilter : public NegationTokenFilter {
 
   bool filterInternal(Token& token) override;
   common::AutoPtr<TokenFilter> cloneIgnoringStateInternal() override;
+  bool resetState() override;
 
   // Bytes from the end of a negation word to the start of the word it can
   // still reach: three UTF-8 or five GBK Chinese characters in between.

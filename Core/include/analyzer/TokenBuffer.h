@@ -24,8 +24,15 @@ class TokenBuffer : public utility::BufferPool {
     bool hasNext();
     // Hands out the record decoded by hasNext(), which must come first.
     void next(Token& token);
+    // hasNext() and next() in one, decoding straight into `token`, whose
+    // term keeps its capacity from record to record; false at the end.
+    bool readNext(Token& token);
 
    private:
+    // Decodes the record at the read position into `token` and moves past
+    // it; false, with `token` untouched, at the end or a truncated record.
+    bool decode(Token& token);
+
     TokenBuffer* m_pBuffer;
     // The record decoded ahead, or null; it lives in m_slot, which is reused
     // for every record so that reading allocates nothing per token.

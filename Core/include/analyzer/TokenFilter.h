@@ -30,6 +30,18 @@ class TokenFilter : public configure::Configurable {
   virtual bool filterInternal(Token& token) = 0;
   // A copy of this filter alone, sharing its word lists, with fresh state.
   virtual common::AutoPtr<TokenFilter> cloneIgnoringStateInternal() = 0;
+  // Puts this filter back in the state a fresh clone starts in, and says
+  // whether it could; a filter that does not know its state answers false
+  // and is cloned anew for every text instead.
+  virtual bool resetState() { return false; }
+
+  // resetState on every link of the chain; false if any link cannot.
+  bool resetChainState();
+
+  // Filter chains that threads may hold private copies of have changed:
+  // those copies are stale and are dropped at their next use.
+  static void noteChainsChanged();
+  static unsigned long chainsEpoch();
 
   common::AutoPtr<TokenFilter> getNextFilter() const { return m_nextFilterPtr; }
 

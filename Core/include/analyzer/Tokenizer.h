@@ -25,7 +25,7 @@ class Analyzer;
 class Tokenizer : public configure::Configurable {
  public:
   Tokenizer() {}
-  virtual ~Tokenizer() {}
+  virtual ~Tokenizer();
 
   // Keys: "encode" (required), "lexer_identifier", "token_filters".
   bool config(const configure::Parameter& param) override;
@@ -50,6 +50,9 @@ class Tokenizer : public configure::Configurable {
   // Fills forwardRefBuf and returns the lexer's last result; after a failure
   // the remaining bytes stand as characters of one byte.
   int doLexer(const char* text, unsigned int length, CharacterLexer& lexer, unsigned int* forwardRefBuf);
+  // The same character lengths as doLexer, read straight off the bytes for
+  // the library's own lexers, which is several times faster.
+  void lexCharacters(const char* text, unsigned int length, CharacterLexer& lexer, unsigned int* forwardRefBuf);
 
   // Appends at the end of the chain; the new tail links back without owning.
   void attachPostTokenizer(common::AutoPtr<Tokenizer> next);

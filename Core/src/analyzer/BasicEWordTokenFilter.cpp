@@ -1,5 +1,7 @@
 #include "analyzer/BasicEWordTokenFilter.h"
 
+#include <typeinfo>
+
 #include "configure/Parameter.h"
 #include "utility/Utility.h"
 
@@ -48,6 +50,8 @@ bool BasicEWordTokenFilter::config(const configure::Parameter& param) {
     utility::Utility::toLowcase(value);
     if (value == "false") m_isToLowcase = false;
   }
+  // Copies made for other threads carry the flags.
+  noteChainsChanged();
   return true;
 }
 
@@ -78,6 +82,9 @@ bool BasicEWordTokenFilter::filterInternal(Token& token) {
 common::AutoPtr<TokenFilter> BasicEWordTokenFilter::cloneIgnoringStateInternal() {
   return common::AutoPtr<TokenFilter>(new BasicEWordTokenFilter(this), true);
 }
+
+// Nothing of one text is remembered for the next.
+bool BasicEWordTokenFilter::resetState() { return typeid(*this) == typeid(BasicEWordTokenFilter); }
 
 }  // namespace analyzer
 }  // namespace vortm

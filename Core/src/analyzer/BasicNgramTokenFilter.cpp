@@ -1,5 +1,7 @@
 #include "analyzer/BasicNgramTokenFilter.h"
 
+#include <typeinfo>
+
 #include "configure/Parameter.h"
 
 namespace vortm {
@@ -30,6 +32,13 @@ common::AutoPtr<TokenFilter> BasicNgramTokenFilter::cloneIgnoringStateInternal()
   BasicNgramTokenFilter* copy = new BasicNgramTokenFilter();
   copy->m_chNegationWords = m_chNegationWords;
   return common::AutoPtr<TokenFilter>(copy, true);
+}
+
+bool BasicNgramTokenFilter::resetState() {
+  if (typeid(*this) != typeid(BasicNgramTokenFilter)) return false;
+  m_negationEnd = -1;
+  m_negationStart = -1;
+  return true;
 }
 
 }  // namespace analyzer

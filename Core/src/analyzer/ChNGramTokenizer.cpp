@@ -61,7 +61,7 @@ bool ChNGramTokenizer::gramSpans(const std::string& text, std::vector<GramSpan>&
   thread_local std::vector<unsigned int> forward;
   unsigned int length = static_cast<unsigned int>(text.size());
   forward.resize(length);
-  doLexer(text.data(), length, *lexer, forward.data());
+  lexCharacters(text.data(), length, *lexer, forward.data());
   return forEachGram(forward.data(), length,
                      [&](unsigned int start, unsigned int size) { spans.push_back(GramSpan{start, size}); });
 }

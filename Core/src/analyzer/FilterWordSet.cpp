@@ -1,5 +1,6 @@
 #include "analyzer/FilterWordSet.h"
 
+#include "analyzer/TokenFilter.h"
 #include "common/Logger.h"
 #include "configure/Parameter.h"
 #include "utility/Utility.h"
@@ -20,6 +21,7 @@ bool FilterWordSet::load(const configure::Parameter& param, const std::string& k
     return false;
   }
   words = loaded;
+  TokenFilter::noteChainsChanged();
   return true;
 }
 

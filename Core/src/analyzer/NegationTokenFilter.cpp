@@ -1,5 +1,7 @@
 #include "analyzer/NegationTokenFilter.h"
 
+#include <typeinfo>
+
 #include "configure/Parameter.h"
 
 namespace vortm {
@@ -49,6 +51,14 @@ bool NegationTokenFilter::filterInternal(Token& token) {
 
 common::AutoPtr<TokenFilter> NegationTokenFilter::cloneIgnoringStateInternal() {
   return common::AutoPtr<TokenFilter>(new NegationTokenFilter(m_afterOnlyDegreeWords), true);
+}
+
+bool NegationTokenFilter::resetState() {
+  // A subclass may keep state of its own that only it knows.
+  if (typeid(*this) != typeid(NegationTokenFilter)) return false;
+  m_negationCount = 0;
+  m_inNegation = false;
+  return true;
 }
 
 }  // namespace analyzer

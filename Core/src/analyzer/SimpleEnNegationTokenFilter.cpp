@@ -1,6 +1,7 @@
 #include "analyzer/SimpleEnNegationTokenFilter.h"
 
 #include <string>
+#include <typeinfo>
 
 namespace vortm {
 namespace analyzer {
@@ -33,6 +34,13 @@ bool SimpleEnNegationTokenFilter::filterInternal(Token& token) {
 
 common::AutoPtr<TokenFilter> SimpleEnNegationTokenFilter::cloneIgnoringStateInternal() {
   return common::AutoPtr<TokenFilter>(new SimpleEnNegationTokenFilter(), true);
+}
+
+bool SimpleEnNegationTokenFilter::resetState() {
+  if (typeid(*this) != typeid(SimpleEnNegationTokenFilter)) return false;
+  m_inNegation = false;
+  m_negationCount = 0;
+  return true;
 }
 
 }  // namespace analyzer

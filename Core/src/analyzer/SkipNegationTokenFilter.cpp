@@ -1,6 +1,7 @@
 #include "analyzer/SkipNegationTokenFilter.h"
 
 #include <string>
+#include <typeinfo>
 
 namespace vortm {
 namespace analyzer {
@@ -51,6 +52,14 @@ bool SkipNegationTokenFilter::filterInternal(Token& token) {
 
 common::AutoPtr<TokenFilter> SkipNegationTokenFilter::cloneIgnoringStateInternal() {
   return common::AutoPtr<TokenFilter>(new SkipNegationTokenFilter(m_afterOnlyDegreeWords), true);
+}
+
+bool SkipNegationTokenFilter::resetState() {
+  if (typeid(*this) != typeid(SkipNegationTokenFilter)) return false;
+  m_negationCount = 0;
+  m_inNegation = false;
+  m_lastNegationEnd = 0;
+  return true;
 }
 
 }  // namespace analyzer

@@ -26,6 +26,18 @@ size_t TokenBuffer::countRecords() const {
 
 bool TokenBuffer::Iterator::hasNext() {
   if (pending) return true;
+  if (!decode(m_slot)) return false;
+  pending = &m_slot;
+  return true;
+}
+
+bool TokenBuffer::Iterator::readNext(Token& token) {
+  if (!pending) return decode(token);
+  next(token);
+  return true;
+}
+
+bool TokenBuffer::Iterator::decode(Token& token) {
   // A record is decoded straight from the pool's memory: the term with its
   // stored length, so that a zero byte inside it survives, then the two
   // offsets, the type and the tag. A record cut short at the end of the data
@@ -38,16 +50,14 @@ bool TokenBuffer::Iterator::hasNext() {
   std::memcpy(&length, p, 4);
   const unsigned long fixed = 4 * sizeof(int);
   if (length < 0 || left - 4 < static_cast<unsigned long>(length) + fixed) return false;
-  Token* token = &m_slot;
-  token->term.assign(reinterpret_cast<const char*>(p + 4), static_cast<std::string::size_type>(length));
+  token.term.assign(reinterpret_cast<const char*>(p + 4), static_cast<std::string::size_type>(length));
   p += 4 + length;
-  std::memcpy(&token->startOffset, p, 4);
-  std::memcpy(&token->endOffset, p + 4, 4);
-  std::memcpy(&token->type, p + 8, sizeof(Token::TType));
-  std::memcpy(&token->tag, p + 12, sizeof(Token::TTag));
+  std::memcpy(&token.startOffset, p, 4);
+  std::memcpy(&token.endOffset, p + 4, 4);
+  std::memcpy(&token.type, p + 8, sizeof(Token::TType));
+  std::memcpy(&token.tag, p + 12, sizeof(Token::TTag));
   pool.readOffset += 4 + static_cast<unsigned long>(length) + fixed;
   pool.readPtr = pool.buffer + pool.readOffset;
-  pending = token;
   return true;
 }
 

@@ -23,6 +23,12 @@ using common::AutoPtr;
 using common::InstanceCreator;
 using configure::Parameter;
 
+Tokenizer::~Tokenizer() {
+  // Threads may hold copies of this chain's filters under its address, which
+  // a later tokenizer may take.
+  if (m_tokenFilterPtr) TokenFilter::noteChainsChanged();
+}
+
 bool Tokenizer::configEncode(const std::string& encode) {
   common::gfn_creatorRegister();
   m_encode = encode;
@@ -65,6 +71,7 @@ bool Tokenizer::config(const Parameter& param) {
     else
       m_tokenFilterPtr->attachFilter(filter);
   }
+  TokenFilter::noteChainsChanged();
   return true;
 }
 
@@ -146,6 +153,86 @@ class ScratchLease {
   Scratch* m_scratch;
 };
 
+// Isolated calls must not share filter state, yet a new copy of the chain
+// for every call, and so for every span handed on, costs allocations and
+// locked counts on the shared word lists. Each thread therefore keeps one
+// copy per chain and puts it back to its fresh state at the start of each
+// call; a chain whose filters cannot say how is copied anew as before. A
+// copy is found by its tokenizer and the chain's head, and all copies are
+// dropped once any chain has changed or gone, since a later chain may take
+// the same addresses.
+class FilterLease {
+ public:
+  FilterLease(const Tokenizer* owner, TokenFilter* source) : m_entry(nullptr) {
+    if (!source) return;
+    Cache& cache = threadCache();
+    const unsigned long epoch = TokenFilter::chainsEpoch();
+    if (cache.epoch != epoch) cache.retireAll(epoch);
+    for (const std::unique_ptr<Entry>& entry : cache.entries) {
+      if (entry->owner == owner && entry->source == source && !entry->busy) {
+        m_entry = entry.get();
+        break;
+      }
+    }
+    if (m_entry && (!m_entry->copy || !m_entry->copy->resetChainState()))
+      m_entry->copy = source->cloneIgnoringState();
+    if (!m_entry) {
+      cache.entries.emplace_back(new Entry(owner, source, source->cloneIgnoringState()));
+      m_entry = cache.entries.back().get();
+    }
+    m_entry->busy = true;
+  }
+  ~FilterLease() {
+    if (!m_entry) return;
+    m_entry->busy = false;
+    if (!m_entry->owner) threadCache().drop(m_entry);
+  }
+  FilterLease(const FilterLease&) = delete;
+  FilterLease& operator=(const FilterLease&) = delete;
+
+  TokenFilter* get() const { return m_entry ? m_entry->copy.get() : nullptr; }
+
+ private:
+  struct Entry {
+    Entry(const Tokenizer* o, const TokenFilter* s, const AutoPtr<TokenFilter>& c) : owner(o), source(s), copy(c) {}
+    const Tokenizer* owner;  // null once retired
+    const TokenFilter* source;
+    AutoPtr<TokenFilter> copy;
+    bool busy = false;
+  };
+  struct Cache {
+    std::vector<std::unique_ptr<Entry> > entries;
+    unsigned long epoch = 0;
+
+    // Drops every copy; one still in use by an outer call of this thread
+    // is only unlinked, and goes when that call is done with it.
+    void retireAll(unsigned long now) {
+      std::vector<std::unique_ptr<Entry> > kept;
+      for (std::unique_ptr<Entry>& entry : entries) {
+        if (!entry->busy) continue;
+        entry->owner = nullptr;
+        entry->source = nullptr;
+        kept.push_back(std::move(entry));
+      }
+      entries.swap(kept);
+      epoch = now;
+    }
+    void drop(Entry* retired) {
+      for (size_t i = 0; i < entries.size(); ++i) {
+        if (entries[i].get() != retired) continue;
+        entries.erase(entries.begin() + static_cast<long>(i));
+        return;
+      }
+    }
+  };
+  static Cache& threadCache() {
+    thread_local Cache cache;
+    return cache;
+  }
+
+  Entry* m_entry;
+};
+
 // The two lexers of the library, run straight over the bytes with their exact
 // rules: a character's length at its first byte, 1 elsewhere, and after a
 // failure every remaining byte stands alone. Returns false for a lexer of
@@ -213,14 +300,12 @@ bool Tokenizer::doTokenizeBytes(const char* text, unsigned int length, TokenBuff
   TokenBuffer& local = (*scratch).buffer;
   if (!doTokenizeWith(text, length, lexer, (*scratch).refs, local, base)) return false;
 
-  AutoPtr<TokenFilter> privateFilters;
-  if (isolated && m_tokenFilterPtr) privateFilters = m_tokenFilterPtr->cloneIgnoringState();
+  FilterLease privateFilters(this, isolated ? m_tokenFilterPtr.get() : nullptr);
   TokenFilter* filters = isolated ? privateFilters.get() : m_tokenFilterPtr.get();
 
   TokenBuffer::Iterator it(&local);
   Token token;
-  while (it.hasNext()) {
-    it.next(token);
+  while (it.readNext(token)) {
     if (filters && filters->filter(token)) continue;
     if ((token.type == Token::TT_CH_RUN || token.type == Token::TT_TEXT_SPAN) && m_postTokenizerPtr) {
       // Only the text goes on, cut at its first zero byte; the span's start
@@ -250,9 +335,14 @@ bool Tokenizer::doTokenizeWith(const char* text, unsigned int length, CharacterL
   if (length == 0) return true;
   if (refs.size() < length) refs.resize(length);
   unsigned int* pForwardRefBuf = refs.data();
-  if (!fillCharLengths(*lexer, reinterpret_cast<const unsigned char*>(text), length, pForwardRefBuf))
-    doLexer(text, length, *lexer, pForwardRefBuf);
+  lexCharacters(text, length, *lexer, pForwardRefBuf);
   return doTokenizeInternal(text, pForwardRefBuf, length, out, base);
+}
+
+void Tokenizer::lexCharacters(const char* text, unsigned int length, CharacterLexer& lexer,
+                              unsigned int* forwardRefBuf) {
+  if (!fillCharLengths(lexer, reinterpret_cast<const unsigned char*>(text), length, forwardRefBuf))
+    doLexer(text, length, lexer, forwardRefBuf);
 }
 
 int Tokenizer::doLexer(const char* text, unsigned int length, CharacterLexer& lexer, unsigned int* forwardRefBuf) {

@@ -62,13 +62,13 @@ bool TextAnalyzer::tokenizeText(const std::string& text, std::vector<Token>& tok
   // Counting the records first costs one cheap pass; growing the vector by
   // doubling would hold up to three times the tokens at the last move, which
   // for a long text is most of the memory the whole analysis takes.
-  tokens.reserve(buffer.countRecords());
+  // Each record is decoded in its place in the vector, without a way
+  // station; the count covers exactly the records that decode.
+  tokens.resize(buffer.countRecords());
   TokenBuffer::Iterator it(&buffer);
-  Token token;
-  while (it.hasNext()) {
-    it.next(token);
-    tokens.push_back(std::move(token));
-  }
+  size_t decoded = 0;
+  while (decoded < tokens.size() && it.readNext(tokens[decoded])) ++decoded;
+  tokens.resize(decoded);
   return true;
 }
 

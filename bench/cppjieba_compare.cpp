@@ -7,10 +7,20 @@
 // Pairs: our maximum forward match (TrieDict) against MPSegment, our complex
 // maximum match (ComplexMatchTrieDict) against MixSegment. Each side decodes
 // the characters of every line itself (our lexer fills the character
-// lengths) and reads its tokens back. The start-up report gives load time and
-// the resident memory each dictionary adds; the benchmarks give MB/s.
+// lengths) and reads its tokens back.
+//
+// Our dictionaries are made as they are deployed: the word list is inserted
+// and saved once, and the tokenizers load the saved file. The start-up report
+// gives, for each side, the time to load its dictionary, the resident memory
+// the loaded dictionary keeps and the peak the load reached on the way; the
+// time to insert the word list is given beside ours.
 //
 //   cppjieba_compare_bench [benchmark flags]
+//       MB/s of each segmenter under Google Benchmark.
+//   cppjieba_compare_bench --passes=N [--only=forward|complex|mp|mix]
+//       N passes over the text with each segmenter (or the one named), with
+//       the thread's CPU time of each; under callgrind with --only, the
+//       instruction count of that segmenter alone.
 #include <cstdio>
 
 #ifndef VORELIN_CPPJIEBA_DIR
@@ -23,10 +33,12 @@ int main() {
 #else
 
 #include <benchmark/benchmark.h>
+#include <malloc.h>
+#include <unistd.h>
 
-#include <chrono>
+#include <cstdlib>
+#include <ctime>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -51,14 +63,41 @@ const std::string kDictPath = kDir + "/dict/jieba.dict.utf8";
 const std::string kHmmPath = kDir + "/dict/hmm_model.utf8";
 const std::string kTextPath = kDir + "/test/testdata/weicheng.utf8";
 
-// Resident set size in KiB, from /proc; 0 where that is not readable.
-long residentKiB() {
+// A value of /proc/self/status in KiB; 0 where that is not readable.
+long statusKiB(const char* key) {
   std::ifstream in("/proc/self/status");
   std::string line;
+  size_t n = std::string(key).size();
   while (std::getline(in, line)) {
-    if (line.compare(0, 6, "VmRSS:") == 0) return std::stol(line.substr(6));
+    if (line.compare(0, n, key) == 0 && line.size() > n && line[n] == ':') return std::atol(line.c_str() + n + 1);
   }
   return 0;
+}
+
+// Lets VmHWM start again from the present resident size.
+void resetPeak() {
+  std::ofstream out("/proc/self/clear_refs");
+  out << "5";
+}
+
+double threadSeconds() {
+  timespec ts;
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
+  return ts.tv_sec + ts.tv_nsec * 1e-9;
+}
+
+// Times `f` and reports the memory it leaves resident and the peak on the
+// way, both above the resident size before it.
+template <class F>
+void reportLoad(const char* name, F f) {
+  malloc_trim(0);
+  resetPeak();
+  long before = statusKiB("VmRSS");
+  double start = threadSeconds();
+  f();
+  double s = threadSeconds() - start;
+  std::printf("load %-24s %.3f s CPU  +%ld KiB resident  +%ld KiB peak\n", name, s, statusKiB("VmRSS") - before,
+              statusKiB("VmHWM") - before);
 }
 
 struct Sides {
@@ -70,28 +109,36 @@ struct Sides {
   cppjieba::MixSegment* mix = nullptr;
   std::vector<std::string> lines;
   size_t bytes = 0;
+  std::string savedFile;
 };
 
-template <class F>
-double timed(F f, long& kib) {
-  long before = residentKiB();
-  auto start = std::chrono::steady_clock::now();
-  f();
-  double s = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-  kib = residentKiB() - before;
-  return s;
+// The word list inserted word by word, the first field of each line, and
+// saved where both of our dictionaries load it from.
+void saveOurs(Sides& s) {
+  s.savedFile = "/tmp/vorelin_cppjieba_compare_" + std::to_string(getpid()) + ".dict";
+  double start = threadSeconds();
+  {
+    TrieDict<unsigned int> d("basicUTF8Lexer");
+    std::ifstream in(kDictPath);
+    std::string line;
+    while (std::getline(in, line)) {
+      size_t end = line.find(' ');
+      if (!line.empty() && end != 0) d.insert(line.substr(0, end), 0x0206);
+    }
+    if (!d.saveTo(s.savedFile)) {
+      std::printf("cannot save %s\n", s.savedFile.c_str());
+      std::exit(1);
+    }
+  }
+  std::printf("insert the word list and save it (ours)  %.3f s CPU\n", threadSeconds() - start);
 }
 
-// Our dictionaries are filled from the same file, word by word, as a
-// dictionary list is read: the first field of each line.
 template <class D>
-D* loadOurs() {
+D* loadOurs(const std::string& file) {
   D* d = new D("basicUTF8Lexer");
-  std::ifstream in(kDictPath);
-  std::string line;
-  while (std::getline(in, line)) {
-    size_t end = line.find(' ');
-    if (!line.empty() && end != 0) d->insert(line.substr(0, end), 0x0206);
+  if (!d->loadFrom(file)) {
+    std::printf("cannot load %s\n", file.c_str());
+    std::exit(1);
   }
   return d;
 }
@@ -106,15 +153,12 @@ Sides& sides() {
       s->bytes += line.size();
       s->lines.push_back(line);
     }
-    long kib = 0;
-    double t = timed([&] { s->plain = loadOurs<TrieDict<unsigned int> >(); }, kib);
-    std::printf("load TrieDict              %.3f s  +%ld KiB resident\n", t, kib);
-    t = timed([&] { s->complex = loadOurs<ComplexMatchTrieDict<unsigned int> >(); }, kib);
-    std::printf("load ComplexMatchTrieDict  %.3f s  +%ld KiB resident\n", t, kib);
-    t = timed([&] { s->jiebaDict = new cppjieba::DictTrie(kDictPath); }, kib);
-    std::printf("load cppjieba DictTrie     %.3f s  +%ld KiB resident\n", t, kib);
-    t = timed([&] { s->hmm = new cppjieba::HMMModel(kHmmPath); }, kib);
-    std::printf("load cppjieba HMMModel     %.3f s  +%ld KiB resident\n", t, kib);
+    saveOurs(*s);
+    reportLoad("TrieDict", [&] { s->plain = loadOurs<TrieDict<unsigned int> >(s->savedFile); });
+    reportLoad("ComplexMatchTrieDict", [&] { s->complex = loadOurs<ComplexMatchTrieDict<unsigned int> >(s->savedFile); });
+    reportLoad("cppjieba DictTrie", [&] { s->jiebaDict = new cppjieba::DictTrie(kDictPath); });
+    reportLoad("cppjieba HMMModel", [&] { s->hmm = new cppjieba::HMMModel(kHmmPath); });
+    std::remove(s->savedFile.c_str());
     s->mp = new cppjieba::MPSegment(s->jiebaDict);
     s->mix = new cppjieba::MixSegment(s->jiebaDict, s->hmm);
     std::printf("text %s: %zu bytes in %zu lines\n", kTextPath.c_str(), s->bytes, s->lines.size());
@@ -124,15 +168,13 @@ Sides& sides() {
   return *s;
 }
 
-void runOurs(benchmark::State& state, Dict& dict) {
-  Sides& s = sides();
-  AutoPtr<CharacterLexer> lexer(InstanceCreator<CharacterLexer>::getCreation("basicUTF8Lexer"), true);
-  std::vector<unsigned int> refs;
-  TokenBuffer out;
-  Token token;
-  size_t tokens = 0;
-  for (auto _ : state) {
-    for (const std::string& line : s.lines) {
+// One pass of our dictionary over the text; returns the tokens read back.
+struct OurPass {
+  explicit OurPass(Dict& d) : dict(d), lexer(InstanceCreator<CharacterLexer>::getCreation("basicUTF8Lexer"), true) {}
+
+  size_t run(const std::vector<std::string>& lines) {
+    size_t tokens = 0;
+    for (const std::string& line : lines) {
       refs.assign(line.size() + 1, 1);
       lexer->setText(line);
       unsigned int offset, length;
@@ -145,39 +187,83 @@ void runOurs(benchmark::State& state, Dict& dict) {
         ++tokens;
       }
     }
+    return tokens;
   }
-  benchmark::DoNotOptimize(tokens);
-  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * s.bytes));
-}
+
+  Dict& dict;
+  AutoPtr<CharacterLexer> lexer;
+  std::vector<unsigned int> refs;
+  TokenBuffer out;
+  Token token;
+};
 
 template <class Segment>
-void runJieba(benchmark::State& state, const Segment& seg) {
-  Sides& s = sides();
-  std::vector<std::string> words;
-  size_t tokens = 0;
-  for (auto _ : state) {
-    for (const std::string& line : s.lines) {
+struct JiebaPass {
+  explicit JiebaPass(const Segment& s) : seg(s) {}
+
+  size_t run(const std::vector<std::string>& lines) {
+    size_t tokens = 0;
+    for (const std::string& line : lines) {
       seg.Cut(line, words);
       tokens += words.size();
     }
+    return tokens;
   }
+
+  const Segment& seg;
+  std::vector<std::string> words;
+};
+
+template <class Pass>
+void runBench(benchmark::State& state, Pass&& pass) {
+  Sides& s = sides();
+  size_t tokens = 0;
+  for (auto _ : state) tokens += pass.run(s.lines);
   benchmark::DoNotOptimize(tokens);
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * s.bytes));
 }
 
-void BM_OurForwardMatch(benchmark::State& state) { runOurs(state, *sides().plain); }
-void BM_JiebaMPSegment(benchmark::State& state) { runJieba(state, *sides().mp); }
-void BM_OurComplexMatch(benchmark::State& state) { runOurs(state, *sides().complex); }
-void BM_JiebaMixSegment(benchmark::State& state) { runJieba(state, *sides().mix); }
+void BM_OurForwardMatch(benchmark::State& state) { runBench(state, OurPass(*sides().plain)); }
+void BM_JiebaMPSegment(benchmark::State& state) { runBench(state, JiebaPass<cppjieba::MPSegment>(*sides().mp)); }
+void BM_OurComplexMatch(benchmark::State& state) { runBench(state, OurPass(*sides().complex)); }
+void BM_JiebaMixSegment(benchmark::State& state) { runBench(state, JiebaPass<cppjieba::MixSegment>(*sides().mix)); }
 
 BENCHMARK(BM_OurForwardMatch)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_JiebaMPSegment)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_OurComplexMatch)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_JiebaMixSegment)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
+template <class Pass>
+void timePasses(const char* name, Pass&& pass, int passes) {
+  Sides& s = sides();
+  double start = threadSeconds();
+  size_t tokens = 0;
+  for (int p = 0; p < passes; ++p) tokens += pass.run(s.lines);
+  double cpu = threadSeconds() - start;
+  std::printf("%-8s %d passes  %zu tokens  %.3f s CPU  %.2f MB/s\n", name, passes, tokens, cpu,
+              cpu > 0 ? passes * s.bytes / cpu / 1e6 : 0.0);
+}
+
+int runPasses(int passes, const std::string& only) {
+  Sides& s = sides();
+  if (only.empty() || only == "forward") timePasses("forward", OurPass(*s.plain), passes);
+  if (only.empty() || only == "mp") timePasses("mp", JiebaPass<cppjieba::MPSegment>(*s.mp), passes);
+  if (only.empty() || only == "complex") timePasses("complex", OurPass(*s.complex), passes);
+  if (only.empty() || only == "mix") timePasses("mix", JiebaPass<cppjieba::MixSegment>(*s.mix), passes);
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  int passes = 0;
+  std::string only;
+  for (int i = 1; i < argc; ++i) {
+    std::string arg = argv[i];
+    if (arg.compare(0, 9, "--passes=") == 0) passes = std::atoi(arg.c_str() + 9);
+    if (arg.compare(0, 7, "--only=") == 0) only = arg.substr(7);
+  }
+  if (passes > 0) return runPasses(passes, only);
   benchmark::Initialize(&argc, argv);
   sides();
   benchmark::RunSpecifiedBenchmarks();

@@ -2,6 +2,7 @@
 #define VORTM_ANALYZER_COMPLEXMATCHTRIEDICT_H
 
 #include <string>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -42,6 +43,9 @@ class ComplexMatchTrieDict : public TrieDict<CHAR> {
   bool match(const char* text, unsigned int length, unsigned int* pForwardRefBuf, TokenBuffer& out,
              unsigned int base) override {
     VOR_ASSERT(pForwardRefBuf);
+    // A ranking of its own needs the chunks as word lists; the rules of this
+    // class are applied on the fly.
+    if (typeid(*this) == typeid(ComplexMatchTrieDict)) return matchByRules(text, length, pForwardRefBuf, out, base);
     unsigned int pending = 0;
     unsigned int i = 0;
     MatchWord previous;
@@ -189,6 +193,31 @@ class ComplexMatchTrieDict : public TrieDict<CHAR> {
   }
 
   static double varianceOf(const WordChunk& chunk) {
+    unsigned int counts[3];
+    size_t n = 0;
+    for (const MatchWord& w : chunk) {
+      if (n == 3) return varianceOfLong(chunk);
+      counts[n++] = w.charCount;
+    }
+    return varianceOf(counts, n);
+  }
+
+  // Both ways of ranking compute the variance here, so that they agree to
+  // the last bit.
+  static double varianceOf(const unsigned int* counts, size_t n) {
+    long long total = 0;
+    for (size_t k = 0; k < n; ++k) total += counts[k];
+    double mean = static_cast<double>(total) / static_cast<double>(n);
+    double sum = 0.0;
+    for (size_t k = 0; k < n; ++k) {
+      double d = static_cast<double>(counts[k]) - mean;
+      sum += d * d;
+    }
+    return sum / static_cast<double>(n);
+  }
+
+ private:
+  static double varianceOfLong(const WordChunk& chunk) {
     double mean = meanOf(chunk);
     double sum = 0.0;
     for (const MatchWord& w : chunk) {
@@ -198,7 +227,154 @@ class ComplexMatchTrieDict : public TrieDict<CHAR> {
     return sum / static_cast<double>(chunk.size());
   }
 
- private:
+  // A dictionary word (or the lone character standing in for one) at some
+  // position: where it ends, its characters and its value.
+  struct Prefix {
+    unsigned int end;
+    unsigned int charCount;
+    unsigned short weight;
+  };
+
+  // The words that start at each position, found once per text and shared by
+  // every chunk that passes there; `first[p]` is the index of position p's
+  // list in `prefixes`, `none` while it is not built.
+  struct PrefixCache {
+    static constexpr unsigned int none = 0xFFFFFFFFu;
+    std::vector<unsigned int> first;
+    std::vector<unsigned int> count;
+    std::vector<Prefix> prefixes;
+  };
+
+  // Builds, if need be, the list of the words at `position` (< length), by
+  // rising length as matchNWordChunk finds them, and returns its size.
+  unsigned int wordsAt(PrefixCache& cache, const char* text, unsigned int length, const unsigned int* pForwardRefBuf,
+                       unsigned int position) const {
+    if (cache.first[position] == PrefixCache::none) {
+      const unsigned int start = static_cast<unsigned int>(cache.prefixes.size());
+      const unsigned char* bytes = reinterpret_cast<const unsigned char*>(text);
+      const typename TrieDict<CHAR>::TrieTreeNode* node = this->getRoot();
+      unsigned int j = position;
+      unsigned int charCount = 0;
+      while (j < length) {
+        unsigned int charLength = TrieDict<CHAR>::charLengthAt(pForwardRefBuf, j, length);
+        node = node->getBranch(TrieDict<CHAR>::packChar(bytes + j, charLength));
+        if (!node) break;
+        j += charLength;
+        ++charCount;
+        if (node->weight != 0) cache.prefixes.push_back(Prefix{j, charCount, node->weight});
+      }
+      if (cache.prefixes.size() == start)
+        cache.prefixes.push_back(
+            Prefix{position + TrieDict<CHAR>::charLengthAt(pForwardRefBuf, position, length), 1, 0});
+      cache.first[position] = start;
+      cache.count[position] = static_cast<unsigned int>(cache.prefixes.size()) - start;
+    }
+    return cache.count[position];
+  }
+
+  // The best chunk so far under the rules of pickOptimizationWordChunk, as
+  // the index of its first word. Chunks come in the order matchNWordChunk
+  // lists them, and a later chunk that ties on every rule wins, as there.
+  struct Ranking {
+    long long total = -1;
+    double mean = 0.0;
+    bool haveVariance = false;
+    double variance = 0.0;
+    unsigned int best[3] = {0, 0, 0};
+    size_t bestSize = 0;
+    unsigned int index = 0;
+
+    void consider(unsigned int first, const unsigned int* counts, size_t n) {
+      long long sum = 0;
+      for (size_t k = 0; k < n; ++k) sum += counts[k];
+      if (sum < total) return;
+      double m = static_cast<double>(sum) / static_cast<double>(n);
+      if (sum > total || m > mean) {
+        total = sum;
+        mean = m;
+        haveVariance = false;
+        keep(first, counts, n);
+        return;
+      }
+      if (m < mean) return;
+      if (!haveVariance) {
+        variance = boundedVariance(best, bestSize);
+        haveVariance = true;
+      }
+      double v = boundedVariance(counts, n);
+      if (v <= variance) {
+        variance = v;
+        keep(first, counts, n);
+      }
+    }
+
+    // A variance above the rule's starting bound never wins there; when no
+    // chunk of the tie stays within it, the latest one does.
+    static double boundedVariance(const unsigned int* counts, size_t n) {
+      double v = varianceOf(counts, n);
+      return v <= 10000000.0 ? v : 1e300;
+    }
+
+    void keep(unsigned int first, const unsigned int* counts, size_t n) {
+      index = first;
+      for (size_t k = 0; k < n; ++k) best[k] = counts[k];
+      bestSize = n;
+    }
+  };
+
+  // Ranks every cut of the words from `position` on, behind the `depth`
+  // words whose character counts are in `counts`, up to three words or the
+  // end of the text; `first` is the index of the cut's first word.
+  void rankCuts(PrefixCache& cache, const char* text, unsigned int length, const unsigned int* pForwardRefBuf,
+                unsigned int position, unsigned int depth, unsigned int first, unsigned int* counts,
+                Ranking& ranking) const {
+    const unsigned int n = wordsAt(cache, text, length, pForwardRefBuf, position);
+    for (unsigned int k = 0; k < n; ++k) {
+      // Read by index: wordsAt() below may move the lists.
+      const Prefix word = cache.prefixes[cache.first[position] + k];
+      counts[depth] = word.charCount;
+      const unsigned int index = depth == 0 ? k : first;
+      if (depth == 2 || word.end >= length)
+        ranking.consider(index, counts, depth + 1);
+      else
+        rankCuts(cache, text, length, pForwardRefBuf, word.end, depth + 1, index, counts, ranking);
+    }
+  }
+
+  // match() for this class's own ranking: the same chunks in the same order
+  // under the same rules, without building them as word lists.
+  bool matchByRules(const char* text, unsigned int length, const unsigned int* pForwardRefBuf, TokenBuffer& out,
+                    unsigned int base) const {
+    thread_local PrefixCache cache;
+    cache.first.assign(length, PrefixCache::none);
+    cache.count.resize(length);
+    cache.prefixes.clear();
+    unsigned int pending = 0;
+    unsigned int i = 0;
+    while (i < length) {
+      const unsigned int n1 = wordsAt(cache, text, length, pForwardRefBuf, i);
+      unsigned int chosen = 0;
+      // With one word at this position, whatever follows, it is the one taken.
+      if (n1 > 1) {
+        Ranking ranking;
+        unsigned int counts[3];
+        rankCuts(cache, text, length, pForwardRefBuf, i, 0, 0, counts, ranking);
+        chosen = ranking.index;
+      }
+      const Prefix word = cache.prefixes[cache.first[i] + chosen];
+      if (word.weight != 0) {
+        if (pending < i) TrieDict<CHAR>::writeSpan(out, text, pending, i, base);
+        appendToken(out, text + i, word.end - i, static_cast<int>(base + i), static_cast<int>(base + word.end - 1),
+                    static_cast<Token::TType>(word.weight >> 8), static_cast<Token::TTag>(word.weight & 0xFF));
+        pending = word.end;
+      }
+      // Unknown characters are skipped here and gather into the next span.
+      i = word.end;
+    }
+    if (pending < length) TrieDict<CHAR>::writeSpan(out, text, pending, length, base);
+    return true;
+  }
+
   static MatchWord makeWord(const char* text, unsigned int from, unsigned int to, unsigned int charCount,
                             unsigned short weight) {
     MatchWord w;

@@ -3,6 +3,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <string>
@@ -130,7 +131,40 @@ class TrieDict : public Dict {
     utility::KVOrderVector<CHAR, TrieTreeNode*, std::less<CHAR> > m_orderBranches;
     unsigned short weight;
 
+    // Gives a node without branches the branches for `chars`, distinct and
+    // in file order, with null children: the same vector or table, in the
+    // same order, as adding them one by one would leave, allocated at once.
+    void allocateBranches(const std::vector<CHAR>& chars) {
+      const size_t n = chars.size();
+      if (n == 0) return;
+      thread_local std::vector<CHAR> keys;
+      keys.assign(chars.begin(), chars.end());
+      const size_t inVector = n < 3 ? n : 3;
+      std::sort(keys.begin(), keys.begin() + inVector);
+      if (n <= 3) {
+        std::vector<typename Branches::Pair> pairs;
+        pairs.reserve(n);
+        for (size_t k = 0; k < n; ++k) pairs.push_back(typename Branches::Pair(keys[k], nullptr));
+        m_orderBranches.swapSorted(pairs);
+        return;
+      }
+      // The fourth child moves the first three, in character order, into the
+      // table; the rest follow in file order.
+      thread_local std::vector<TrieTreeNode*> nulls;
+      nulls.assign(n, nullptr);
+      m_hashBranches.fill(keys.data(), nulls.data(), static_cast<uint32_t>(n));
+    }
+
+    // Where the child of `ch` is stored; `ch` must have one.
+    TrieTreeNode** branchSlot(const CHAR& ch) {
+      for (int k = 0; k < m_orderBranches.size(); ++k)
+        if (m_orderBranches[k].first == ch) return &m_orderBranches[k].second;
+      return m_hashBranches.lookup(ch);
+    }
+
    private:
+    typedef utility::KVOrderVector<CHAR, TrieTreeNode*, std::less<CHAR> > Branches;
+
     // A node keeps up to 3 children in the sorted vector; the fourth moves
     // them all to the hash table for good.
     bool useOrderBranches() {
@@ -349,13 +383,16 @@ class TrieDict : public Dict {
   // their parent and be used once, which every saved file satisfies; anything
   // else could cycle or multiply nodes. The whole subtree is checked before
   // anything is allocated, and nothing recurses, so a deep file cannot
-  // exhaust the call stack. The records' lists are freed as they are used.
+  // exhaust the call stack. The records' lists are freed once the tree
+  // stands.
   bool recover(unsigned int id, std::vector<NodeStoreInfo>& infos, TrieTreeNode*& node) {
     node = nullptr;
     if (id >= infos.size()) return false;
     std::vector<unsigned int> order(1, id);
+    bool distinct = true;
     {
       std::vector<bool> used(infos.size(), false);
+      std::vector<CHAR> sorted;
       for (size_t k = 0; k < order.size(); ++k) {
         const unsigned int parent = order[k];
         const NodeStoreInfo& info = infos[parent];
@@ -366,21 +403,46 @@ class TrieDict : public Dict {
           used[child] = true;
           order.push_back(child);
         }
+        if (distinct && info.chars.size() > 1) {
+          sorted.assign(info.chars.begin(), info.chars.end());
+          std::sort(sorted.begin(), sorted.end());
+          distinct = std::adjacent_find(sorted.begin(), sorted.end()) == sorted.end();
+        }
       }
     }
-    // Nodes are made level by level, so that the upper levels, which every
-    // match passes through, lie together in memory; that locality is what
-    // bounds the match on a large dictionary. Links are made from the
-    // deepest level up: a child that a later one of the same character
-    // replaces is complete by then and goes with its whole subtree.
     std::vector<TrieTreeNode*> nodes(infos.size(), nullptr);
-    for (size_t k = 0; k < order.size(); ++k) nodes[order[k]] = newNode(infos[order[k]].weight);
-    for (size_t k = order.size(); k-- > 0;) {
-      NodeStoreInfo& info = infos[order[k]];
-      TrieTreeNode* parent = nodes[order[k]];
-      for (size_t j = 0; j < info.nextIds.size(); ++j) parent->addBranchReplace(info.chars[j], nodes[info.nextIds[j]]);
-      std::vector<CHAR>().swap(info.chars);
-      std::vector<unsigned int>().swap(info.nextIds);
+    if (distinct) {
+      // Breadth first, each node is allocated with its branches right
+      // behind it (the sorted array, or the bucket array and the entries),
+      // so that a step of the match finds both in neighbouring memory, and
+      // the upper levels, which every match passes through, lie together.
+      // Branches are filled in as if added one by one in file order, and
+      // point at their children once those exist.
+      for (size_t k = 0; k < order.size(); ++k) {
+        const NodeStoreInfo& info = infos[order[k]];
+        nodes[order[k]] = newNode(info.weight);
+        nodes[order[k]]->allocateBranches(info.chars);
+      }
+      for (size_t k = 0; k < order.size(); ++k) {
+        NodeStoreInfo& info = infos[order[k]];
+        for (size_t j = 0; j < info.nextIds.size(); ++j)
+          *nodes[order[k]]->branchSlot(info.chars[j]) = nodes[info.nextIds[j]];
+      }
+    } else {
+      // A record that names one character twice: the later child replaces
+      // the earlier, subtree and all. Links are made from the deepest level
+      // up, so that a replaced child is complete by then.
+      for (size_t k = 0; k < order.size(); ++k) nodes[order[k]] = newNode(infos[order[k]].weight);
+      for (size_t k = order.size(); k-- > 0;) {
+        NodeStoreInfo& info = infos[order[k]];
+        TrieTreeNode* parent = nodes[order[k]];
+        for (size_t j = 0; j < info.nextIds.size(); ++j)
+          parent->addBranchReplace(info.chars[j], nodes[info.nextIds[j]]);
+      }
+    }
+    for (size_t k = 0; k < order.size(); ++k) {
+      std::vector<CHAR>().swap(infos[order[k]].chars);
+      std::vector<unsigned int>().swap(infos[order[k]].nextIds);
     }
     node = nodes[id];
     return true;

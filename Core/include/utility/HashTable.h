@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "common/AutoPtr.h"
 #include "utility/Utility.h"
@@ -96,6 +97,66 @@ class HashTable {
     }
     insertNew(key, value);
     return false;
+  }
+
+  // Where the value of `key` is stored, or null; for filling in values that
+  // were not known when the keys went in.
+  V* lookup(const K& key) {
+    Entry* e = find(key);
+    return e ? &e->value : nullptr;
+  }
+
+  // Puts `count` distinct keys into a table that has never been written.
+  // Buckets, chains, counts and threshold end up exactly as inserting the
+  // keys one by one in this order would leave them, so iteration order is
+  // the same; but the growth is played out on indices first, and the entries
+  // are then allocated once, bucket by bucket in chain order, right behind
+  // the bucket array, so that a lookup walks neighbouring memory. A table
+  // already written takes the keys one by one.
+  void fill(const K* keys, const V* values, uint32_t count) {
+    if (m_buckets) {
+      for (uint32_t i = 0; i < count; ++i) putReplace(keys[i], values[i]);
+      return;
+    }
+    if (count == 0) return;
+    const uint32_t none = 0xFFFFFFFFu;
+    // Kept per thread: scratch freed between tables would leave holes that
+    // the next table's allocations fill, scattering them.
+    thread_local std::vector<uint32_t> hashes, heads, next, list;
+    hashes.resize(count);
+    next.resize(count);
+    for (uint32_t i = 0; i < count; ++i) hashes[i] = hashTableHash(keys[i]);
+    uint32_t bucketCount = 3, threshold = 2;
+    heads.assign(bucketCount, none);
+    for (uint32_t i = 0; i < count; ++i) {
+      uint32_t b = hashes[i] % bucketCount;
+      next[i] = heads[b];
+      heads[b] = i;
+      while (i + 1 > threshold) {
+        list.clear();
+        for (uint32_t k = 0; k < bucketCount; ++k)
+          for (uint32_t e = heads[k]; e != none; e = next[e]) list.push_back(e);
+        bucketCount += 5;
+        threshold = bucketCount * 3;
+        heads.assign(bucketCount, none);
+        for (uint32_t e : list) {
+          uint32_t nb = hashes[e] % bucketCount;
+          next[e] = heads[nb];
+          heads[nb] = e;
+        }
+      }
+    }
+    m_bucketCount = bucketCount;
+    m_threshold = threshold;
+    m_entryCount = count;
+    m_buckets = new Entry*[m_bucketCount]();
+    for (uint32_t k = 0; k < bucketCount; ++k) {
+      Entry** link = &m_buckets[k];
+      for (uint32_t e = heads[k]; e != none; e = next[e]) {
+        *link = new Entry(keys[e], values[e]);
+        link = &(*link)->next;
+      }
+    }
   }
 
   bool empty() const { return !m_buckets || m_entryCount == 0; }

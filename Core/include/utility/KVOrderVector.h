@@ -2,6 +2,7 @@
 #define VORTM_UTILITY_KVORDERVECTOR_H
 
 #include <utility>
+#include <vector>
 
 #include "utility/OrderVector.h"
 
@@ -22,6 +23,10 @@ class KVOrderVector {
   void clear() { m_vector.clear(); }
   Pair& operator[](int index) { return m_vector[index]; }
   const Pair& operator[](int index) const { return m_vector[index]; }
+
+  // Takes `pairs`, sorted by key and free of equal keys, as the whole
+  // content; the former content is left in `pairs`.
+  void swapSorted(std::vector<Pair>& pairs) { m_vector.swapSorted(pairs); }
 
   // A key already present keeps its first value.
   void add(const K& key, const V& value) { m_vector.add(Pair(key, value), false); }

@@ -4,9 +4,9 @@
 # centroid models that use them. Run from the top of the checkout after
 # building:
 #   models/scripts/train_wordvec.sh [BUILD_DIR]
-# VORELIN_WORDVEC_LINES=N trains on the first N training lines only (a quick
-# check; the models then go to the work directory, VORELIN_WORK, and not to
-# models/wordvec/). A plain centroid model is trained on the same lines, as
+# VORELIN_WORDVEC_LINES=N trains on N training lines only, spread over the
+# file (a quick check; the models then go to the work directory,
+# VORELIN_WORK, and not to models/wordvec/). A plain centroid model is trained on the same lines, as
 # the baseline to compare with.
 # Steps: the training texts are cut into the character 1- to 3-grams of the
 # centroid model's analyzer; Debian's fasttext learns 100-dimensional
@@ -26,7 +26,13 @@ WORK=${VORELIN_WORK:-$(mktemp -d)}
 LINES=${VORELIN_WORDVEC_LINES:-}
 if [ -n "$LINES" ]; then OUT=$WORK/out; fi
 mkdir -p "$OUT" "$WORK"
-/usr/bin/python3 models/scripts/corpus.py split zh train | head -n "${LINES:-100000000}" > "$WORK/zh.tsv"
+/usr/bin/python3 models/scripts/corpus.py split zh train > "$WORK/zh.tsv"
+if [ -n "$LINES" ]; then
+  # N lines spread evenly over the file: its lines come grouped by label, so
+  # the first N would hold one class only.
+  awk -v n="$LINES" -v total="$(wc -l < "$WORK/zh.tsv")" 'NR * n % total < n' "$WORK/zh.tsv" > "$WORK/zh.part.tsv"
+  mv "$WORK/zh.part.tsv" "$WORK/zh.tsv"
+fi
 cut -f2- "$WORK/zh.tsv" | "$VORELIN" tokenize --quiet --config "$BUILD/models/centroid/centroid_zh.xml" |
   awk -F'\t' 'NF == 0 { print line; line = ""; next } { line = line (line == "" ? "" : " ") $1 }' \
   > "$WORK/zh.tokens"

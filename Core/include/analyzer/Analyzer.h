@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "analyzer/Dict.h"
 #include "analyzer/Token.h"
 #include "analyzer/TokenBuffer.h"
 #include "analyzer/Tokenizer.h"
@@ -33,6 +34,14 @@ class Analyzer : public configure::Configurable {
   // it. Neither takes a lock: no other thread may tokenize meanwhile.
   bool attachUserWords(const std::vector<std::string>& words, Token::TType type, Token::TTag tag);
   void detachPreTokenizer();
+  // The dictionary attachUserWords would put at the head, for a caller that
+  // matches the words itself without relinking the chain; null for an
+  // encoding without a dictionary.
+  // The lexer that dictionary's tokenizer would cut characters with; null
+  // where there is no such dictionary.
+  const char* userWordLexer() const;
+  common::AutoPtr<Dict> makeUserWordDict(const std::vector<std::string>& words, Token::TType type,
+                                         Token::TTag tag) const;
 
   const common::AutoPtr<Tokenizer>& getTokenizer() const { return m_tokenizerPtr; }
   const std::string& getEncode() const { return m_encode; }

@@ -31,6 +31,10 @@ class ChNGramTokenizer : public Tokenizer {
     unsigned int length;
   };
   bool gramSpans(const std::string& text, std::vector<GramSpan>& spans);
+  // The same for `length` bytes whose character lengths are already known
+  // (as doLexer writes them), appended to `spans` with `base` added.
+  bool appendGramSpans(const unsigned int* pForwardRefBuf, unsigned int length, unsigned int base,
+                       std::vector<GramSpan>& spans) const;
 
   int getMaxN() const { return m_maxN; }
   bool isNFinite() const { return m_isNFinite; }

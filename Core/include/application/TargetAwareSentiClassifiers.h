@@ -59,7 +59,25 @@ class TargetAwareCentroidSentiClassifier : public ITargetAwareSentiClassifier, p
 
   static const std::string PARAM_TARGET_AWARE_DOC_VEC_BUILDER;
 
+  // A dictionary of the analyzer's chain, and the lexer its tokenizer cuts
+  // characters with.
+  struct WordLayer {
+    analyzer::Dict* dict;
+    const std::string* lexerIdentifier;
+  };
+
  protected:
+  // The n-gram tokenizer at the bottom of the analyzer's chain when a text
+  // can be scored from where its words lie, without making tokens: the
+  // chain is user-word dictionaries (`layers`, head first) over a lone
+  // n-gram tokenizer, and the builder weighs by the standard target rule.
+  // Null otherwise.
+  analyzer::ChNGramTokenizer* wordPlaceChain(std::vector<WordLayer>& layers) const;
+  // The score of the token path, from the words' places; `targets` as given
+  // to classify().
+  bool classifyWordPlaces(analyzer::ChNGramTokenizer& grams, std::vector<WordLayer>& layers,
+                          const std::string& text, const std::vector<std::string>& targets, double& score);
+
   common::AutoPtr<modular::TargetAwarePositionalDocVectorBuilder> m_targetAwareBuilderPtr;
 };
 

@@ -56,6 +56,9 @@ class TargetAwarePositionalDocVectorBuilder : public PositionalDocVectorBuilder 
   bool buildWordFreVector(std::vector<analyzer::Token>& tokens, utility::MySparseVector<double, int>& docVec) override;
   void setTarget(const std::vector<std::string>& targets);
   const std::vector<std::string>& getTargets() const { return targets; }
+  const common::AutoPtr<ITargetAwarePositionWeighter>& getTargetAwarePositionWeighter() const {
+    return targetAwarePositionWeighter;
+  }
 
  protected:
   common::AutoPtr<ITargetAwarePositionWeighter> targetAwarePositionWeighter;

@@ -28,7 +28,9 @@ class StandardDocVectorBuilder : public IDocVectorBuilder {
   // What buildDocVec gives for tokens with these terms, from the words
   // alone: counts, weights and the norm of this class, whatever a subclass
   // overrides.
-  bool buildDocVecOfWords(const std::vector<Vocabulary::WordPiece>& words, utility::MySparseVector<double, int>& docVec);
+  // `weights`, when given, holds a count for each word in place of 1.
+  bool buildDocVecOfWords(const std::vector<Vocabulary::WordPiece>& words, utility::MySparseVector<double, int>& docVec,
+                          const std::vector<double>* weights = nullptr);
   int getFeatureCount() override;
   virtual bool buildWordFreVector(std::vector<analyzer::Token>& tokens, utility::MySparseVector<double, int>& docVec);
   virtual bool wordWeighting(utility::MySparseVector<double, int>& docVec);

@@ -2,6 +2,9 @@
 // in front of the chain and take it off again. They live apart from the rest
 // of the analyzer because they rest on the trie dictionary tokenizer.
 #include "analyzer/Analyzer.h"
+
+#include <cstring>
+
 #include "analyzer/TrieDict.h"
 #include "analyzer/TrieDictMaxForwardTokenizer.h"
 #include "common/Assert.h"
@@ -12,7 +15,15 @@ namespace analyzer {
 
 using common::AutoPtr;
 
-bool Analyzer::attachUserWords(const std::vector<std::string>& words, Token::TType type, Token::TTag tag) {
+const char* Analyzer::userWordLexer() const {
+  // The encoding is compared as written, without lower-casing.
+  if (m_encode == "utf-8" || m_encode == "UTF-8" || m_encode == "utf8" || m_encode == "UTF8") return "basicUTF8Lexer";
+  if (m_encode == "gbk" || m_encode == "gb2312" || m_encode == "GBK" || m_encode == "GB2312") return "basicGBKLexer";
+  return nullptr;
+}
+
+AutoPtr<Dict> Analyzer::makeUserWordDict(const std::vector<std::string>& words, Token::TType type,
+                                         Token::TTag tag) const {
   common::gfn_creatorRegister();
   // Unlike insertWord's (type << 8) | tag, user words keep a zero high byte:
   // their tokens come out as TT_UNSET with the OR of both as the tag, which is
@@ -20,16 +31,22 @@ bool Analyzer::attachUserWords(const std::vector<std::string>& words, Token::TTy
   unsigned short value =
       static_cast<unsigned short>((static_cast<unsigned int>(type) | static_cast<unsigned int>(tag)) & 0xFF);
 
-  // The encoding is compared as written, without lower-casing.
   AutoPtr<Dict> dict;
-  if (m_encode == "utf-8" || m_encode == "UTF-8" || m_encode == "utf8" || m_encode == "UTF8")
-    dict = AutoPtr<Dict>(new TrieDict<unsigned int>("basicUTF8Lexer"), true);
-  else if (m_encode == "gbk" || m_encode == "gb2312" || m_encode == "GBK" || m_encode == "GB2312")
-    dict = AutoPtr<Dict>(new TrieDict<unsigned short>("basicGBKLexer"), true);
+  const char* lexer = userWordLexer();
+  if (!lexer) return dict;
+  // Wide enough for a character of the encoding: three bytes of UTF-8, two of GBK.
+  if (std::strcmp(lexer, "basicUTF8Lexer") == 0)
+    dict = AutoPtr<Dict>(new TrieDict<unsigned int>(lexer), true);
   else
-    return false;
+    dict = AutoPtr<Dict>(new TrieDict<unsigned short>(lexer), true);
 
   for (size_t i = 0; i < words.size(); ++i) dict->insert(words[i], value);
+  return dict;
+}
+
+bool Analyzer::attachUserWords(const std::vector<std::string>& words, Token::TType type, Token::TTag tag) {
+  AutoPtr<Dict> dict = makeUserWordDict(words, type, tag);
+  if (!dict) return false;
 
   AutoPtr<Tokenizer> tokenizer(new TrieDictMaxForwardTokenizer(dict), true);
   std::map<std::string, std::string> param;

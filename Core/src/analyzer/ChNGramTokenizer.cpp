@@ -66,5 +66,11 @@ bool ChNGramTokenizer::gramSpans(const std::string& text, std::vector<GramSpan>&
                      [&](unsigned int start, unsigned int size) { spans.push_back(GramSpan{start, size}); });
 }
 
+bool ChNGramTokenizer::appendGramSpans(const unsigned int* pForwardRefBuf, unsigned int length, unsigned int base,
+                                       std::vector<GramSpan>& spans) const {
+  return forEachGram(pForwardRefBuf, length,
+                     [&](unsigned int start, unsigned int size) { spans.push_back(GramSpan{base + start, size}); });
+}
+
 }  // namespace analyzer
 }  // namespace vortm

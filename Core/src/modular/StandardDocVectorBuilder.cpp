@@ -107,13 +107,14 @@ bool StandardDocVectorBuilder::buildDocVec(std::vector<analyzer::Token>& tokens,
 }
 
 bool StandardDocVectorBuilder::buildDocVecOfWords(const std::vector<Vocabulary::WordPiece>& words,
-                                                  MySparseVector<double, int>& docVec) {
+                                                  MySparseVector<double, int>& docVec,
+                                                  const std::vector<double>* weights) {
   if (!initialized) return false;
   docVec.clear();
   if (words.empty()) return true;
   thread_local std::vector<int> ids;
   vocabulary.getWordIds(words, ids);
-  docVec.addAll(ids, nullptr, ids.size());
+  docVec.addAll(ids, weights, ids.size());
   StandardDocVectorBuilder::wordWeighting(docVec);
   norm(docVec);
   return true;

@@ -21,12 +21,8 @@ namespace {
 class CentroidClassifierTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    SavedBytes b;
-    b.u32(10).u32(3);
-    b.str("5aW9").u32(3).u32(3).byte(0x0A);
-    b.str("5beu").u32(3).u32(3).byte(0x0A);
-    b.str("5LiN").u32(3).u32(3).byte(0x0A);
-    writeFile(m_dir.file("v"), b.bytes());
+    writeFile(m_dir.file("v"),
+              SavedBytes().u32(10).u32(3).word("5aW9", 3, 3).word("5beu", 3, 3).word("5LiN", 3, 3).bytes());
   }
 
   std::string centroid(const std::string& name, std::vector<double> neg, std::vector<double> pos,

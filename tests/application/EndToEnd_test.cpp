@@ -37,9 +37,6 @@ TEST(EndToEndTest, ExampleHostScoresWithABasicTokenizerChain) {
   // (word lists give English words no conjunction tag, so "but" weighs
   // nothing here).
   EXPECT_EQ((std::vector<std::string>{"+0.2500", "-0.5000", "-0.2500", "-0.2500"}), scores) << out;
-  EXPECT_TRUE(isLogRecord(out.substr(0, out.find('\n')), "Info", "001",
-                                          "Sentiment Classifier Init Successfully"))
-      << out;
 }
 
 // One lexicon classifier over a basic tokenizer and a dictionary tokenizer

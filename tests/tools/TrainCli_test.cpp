@@ -73,10 +73,11 @@ TEST(TrainCliTest, LabelFormsAndBadCorpora) {
   ASSERT_EQ(0, run(trainArgs(dir, dir.file("mixed.tsv"), "--c 50 --epochs 30")).code);
   EXPECT_EQ(readFile(dir.file("m.centroid")), readFile(kData + "/centroid/tiny.centroid"));
 
-  const std::pair<const char*, const char*> badCorpora[] = {{"1\tgood\nmaybe\tso so\n", "bad.tsv:2: malformed label 'maybe'"},
-                                                         {"1\tgood\njust text\n", "bad.tsv:2: expected LABEL<TAB>TEXT"},
-                                                         {"\n\n", "no labelled text"},
-                                                         {"1\t很好\n1\t好评\n", "only one class"}};
+  const std::pair<const char*, const char*> badCorpora[] = {
+      {"1\tgood\nmaybe\tso so\n", "bad.tsv:2: malformed label 'maybe'"},
+      {"1\tgood\njust text\n", "bad.tsv:2: expected LABEL<TAB>TEXT"},
+      {"\n\n", "no labelled text"},
+      {"1\t很好\n1\t好评\n", "only one class"}};
   for (const auto& bad : badCorpora) {
     writeFile(dir.file("bad.tsv"), bad.first);
     CommandRun r = run(trainArgs(dir, dir.file("bad.tsv")));
@@ -84,9 +85,10 @@ TEST(TrainCliTest, LabelFormsAndBadCorpora) {
     EXPECT_NE(std::string::npos, r.out.find(bad.second)) << r.out;
   }
 
-  for (const std::string& usage : std::vector<std::string>{"train", "train forest --out x y", "train centroid --out x y",
-                                                            trainArgs(dir, dir.file("mixed.tsv"), "--estimator svm"),
-                                                            trainArgs(dir, dir.file("mixed.tsv"), "--min-df 0")})
+  const std::vector<std::string> usages = {"train", "train forest --out x y", "train centroid --out x y",
+                                           trainArgs(dir, dir.file("mixed.tsv"), "--estimator svm"),
+                                           trainArgs(dir, dir.file("mixed.tsv"), "--min-df 0")};
+  for (const std::string& usage : usages)
     EXPECT_EQ(2, run(usage).code) << usage;
   EXPECT_EQ(0, run("train centroid --help", false).code);
   EXPECT_EQ(1, run("train centroid --config /no/such.xml --out x y").code);

@@ -6,15 +6,20 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cstdio>
-
 #include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <iostream>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "vorelin.h"
 
 namespace vortm {
 namespace testing {
@@ -41,6 +46,9 @@ class StdoutCapture {
   std::ostringstream m_buffer;
   std::streambuf* m_old;
 };
+
+// The score at the start of a "score<TAB>text" line.
+inline double scoreOf(const std::string& line) { return std::stod(line.substr(0, line.find('\t'))); }
 
 // True when the line starts with a time stamp "<YYYY-MM-DD hh:mm:ss>".
 inline bool hasTimeStamp(const std::string& line) {
@@ -167,6 +175,52 @@ inline CommandRun runCli(const std::string& args, const std::string& input = "",
 }
 #endif
 
+// Runs body(t) for t = 0 .. threads - 1, all at once, and waits for them.
+inline void onThreads(int threads, const std::function<void(int)>& body) {
+  std::vector<std::thread> pool;
+  for (int t = 0; t < threads; ++t) pool.emplace_back(body, t);
+  for (std::thread& th : pool) th.join();
+}
+
+// Threads that share one classifier must agree with one thread alone: each
+// makes `rounds` passes over the texts, from its own starting text, through
+// score(i, s). Returns how many answers failed or differed from `expected`.
+inline int mismatchesOnThreads(int threads, int rounds, const std::vector<double>& expected,
+                               const std::function<bool(size_t, double&)>& score) {
+  std::atomic<int> wrong(0);
+  onThreads(threads, [&](int t) {
+    for (int r = 0; r < rounds; ++r)
+      for (size_t n = 0; n < expected.size(); ++n) {
+        const size_t i = (n + t) % expected.size();
+        double s = 0.0;
+        if (!score(i, s) || s != expected[i]) ++wrong;
+      }
+  });
+  return wrong;
+}
+
+// Scores the texts through the exported C functions on one handle of
+// `config`, with the log captured; with `threads`, that many threads sharing
+// the handle must then get the same scores. Empty if init fails.
+inline std::vector<double> scoreThroughApi(const std::string& config, const std::vector<std::string>& texts,
+                                           int threads = 0, int rounds = 1) {
+  std::vector<double> scores;
+  void* handle = nullptr;
+  StdoutCapture quiet;
+  EXPECT_EQ(1, Senti_Classifier_Init(config.c_str(), &handle)) << config << "\n" << quiet.str();
+  if (!handle) return scores;
+  for (const std::string& text : texts) {
+    double score = 99.0;
+    EXPECT_EQ(1, Senti_Classify_Perform(handle, text.c_str(), &score)) << text;
+    scores.push_back(score);
+  }
+  EXPECT_EQ(0, mismatchesOnThreads(threads, rounds, scores, [&](size_t i, double& s) {
+              return Senti_Classify_Perform(handle, texts[i].c_str(), &s) == 1;
+            }));
+  EXPECT_EQ(1, Senti_Classifier_Exit(handle));
+  return scores;
+}
+
 // UTF-8 text converted to GBK, for the tests that compare both encodings.
 inline std::string toGbk(const std::string& utf8) {
   iconv_t cd = iconv_open("GBK", "UTF-8");
@@ -178,6 +232,12 @@ inline std::string toGbk(const std::string& utf8) {
   iconv(cd, &src, &srcLeft, &dst, &dstLeft);
   iconv_close(cd);
   out.resize(out.size() - dstLeft);
+  return out;
+}
+
+inline std::vector<std::string> toGbk(const std::vector<std::string>& utf8) {
+  std::vector<std::string> out;
+  for (const std::string& text : utf8) out.push_back(toGbk(text));
   return out;
 }
 

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <thread>
 
 #include "TestSupport.h"
 #include "TokenStreams.h"
@@ -139,15 +138,12 @@ TEST(AnalyzerTest, IsolatedModeOnManyThreads) {
   analyze(*analyzer, texts[1], false);
   EXPECT_EQ(Stream({"one/0/2/14/103", "two/4/6/14/104", "three/8/12/14/105"}), analyze(*analyzer, texts[1], false));
 
-  std::vector<std::thread> threads;
-  for (int n = 0; n < 4; ++n)
-    threads.emplace_back([&, n] {
-      for (int round = 0; round < 200; ++round) {
-        size_t k = (round + n) % texts.size();
-        EXPECT_EQ(expected[k], analyze(*analyzer, texts[k], true));
-      }
-    });
-  for (std::thread& thread : threads) thread.join();
+  onThreads(4, [&](int n) {
+    for (int round = 0; round < 200; ++round) {
+      size_t k = (round + n) % texts.size();
+      EXPECT_EQ(expected[k], analyze(*analyzer, texts[k], true));
+    }
+  });
 }
 
 TEST(AnalyzerTest, ChainLinksAndUserWords) {

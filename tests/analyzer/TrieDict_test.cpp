@@ -2,7 +2,6 @@
 
 #include <map>
 #include <random>
-#include <thread>
 
 #include "TestSupport.h"
 #include "TokenStreams.h"
@@ -189,10 +188,7 @@ TEST(TrieDictTest, ConcurrentMatchesAgree) {
   std::string text;
   for (int i = 0; i < 200; ++i) text += "中文分词典x文本abcab，";
   const Stream expected = matchText(dict, "basicUTF8Lexer", text);
-  std::vector<std::thread> threads;
-  for (int t = 0; t < 4; ++t)
-    threads.emplace_back([&] {
-      for (int k = 0; k < 20; ++k) EXPECT_EQ(expected, matchText(dict, "basicUTF8Lexer", text));
-    });
-  for (auto& th : threads) th.join();
+  onThreads(4, [&](int) {
+    for (int k = 0; k < 20; ++k) EXPECT_EQ(expected, matchText(dict, "basicUTF8Lexer", text));
+  });
 }

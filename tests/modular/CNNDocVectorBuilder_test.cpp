@@ -41,6 +41,13 @@ class CnnBuilderTest : public ::testing::Test {
     StdoutCapture quiet;
     return builder.config(*parseParam(xml));
   }
+  // The vector `builder` makes of hand-built tokens.
+  static std::vector<double> build(CNNDocVectorBuilder& builder, const std::string& items) {
+    std::vector<vortm::analyzer::Token> tokens = toks(items);
+    Vec v;
+    EXPECT_TRUE(builder.buildDocVec(tokens, v)) << items;
+    return values(v);
+  }
   static std::vector<double> values(Vec& v) {
     std::vector<double> out;
     for (int i = 0; i < v.size(); ++i) out.push_back(*v.getIdValuePairByIndex(i).second);
@@ -74,46 +81,29 @@ TEST_F(CnnBuilderTest, StdConvForwardPassByHand) {
     f1 = std::tanh(f1);
     return std::vector<double>{std::tanh(f0), std::tanh(f1), std::tanh(f0 - f1 + 0.5)};
   };
-  Vec v;
   // "a b": the single window holds (1, 0, 0, 1).
-  auto tokens = toks("a b");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
-  expectNear(expected(2.1, -0.2), values(v));
+  expectNear(expected(2.1, -0.2), build(b, "a b"));
   // One known token is padded with a zero position at the end; the bias
   // still gives values.
-  tokens = toks("b");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
-  expectNear(expected(0.1, 0.8), values(v));
+  expectNear(expected(0.1, 0.8), build(b, "b"));
   // No known word: biases alone, and a full vector.
-  tokens = toks("zz yy");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
-  expectNear(expected(0.1, -0.2), values(v));
+  expectNear(expected(0.1, -0.2), build(b, "zz yy"));
   // A negated word is its base word turned round; "NOT_" alone is unknown.
-  tokens = toks("NOT_a b");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
-  expectNear(expected(0.1, -0.2), values(v));
-  tokens = toks("NOT_ NOT_b");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
-  expectNear(expected(-0.9, -0.2), values(v));
+  expectNear(expected(0.1, -0.2), build(b, "NOT_a b"));
+  expectNear(expected(-0.9, -0.2), build(b, "NOT_ NOT_b"));
   // Windows: "a b a" has two; the max over time keeps (a b) for f0 and (b a)
   // for f1.
-  tokens = toks("a b a");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
-  expectNear(expected(2.1, 1.8), values(v));
+  expectNear(expected(2.1, 1.8), build(b, "a b a"));
   // No tokens: an empty vector.
-  tokens.clear();
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
-  EXPECT_EQ(0, v.size());
+  EXPECT_TRUE(build(b, "").empty());
 
   // l2norm divides by the norm of the outputs.
   StdConvDocVectorBuilder n;
   ASSERT_TRUE(configure(n, kStdModel, ""));
-  tokens = toks("a b");
-  ASSERT_TRUE(n.buildDocVec(tokens, v));
   std::vector<double> e = expected(2.1, -0.2);
   double norm = std::sqrt(e[0] * e[0] + e[1] * e[1] + e[2] * e[2]);
   for (double& x : e) x /= norm;
-  expectNear(e, values(v));
+  expectNear(e, build(n, "a b"));
 }
 
 TEST_F(CnnBuilderTest, KMaxPoolingKeepsGreatestFirst) {
@@ -122,22 +112,15 @@ TEST_F(CnnBuilderTest, KMaxPoolingKeepsGreatestFirst) {
   const std::string model = "2 1 3 1\n1\n1 0\n0\n1 0 0  0 1 0\n0 0 0\n";
   StdConvDocVectorBuilder b;
   ASSERT_TRUE(configure(b, model));
-  Vec v;
-  auto tokens = toks("x1 x3 x2");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
   auto t2 = [](double x) { return std::tanh(std::tanh(x)); };
-  expectNear({t2(0.9), t2(0.5), 0.0}, values(v));
+  expectNear({t2(0.9), t2(0.5), 0.0}, build(b, "x1 x3 x2"));
   // Equal values are both kept.
-  tokens = toks("x2 x1 x2");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
-  expectNear({t2(0.9), t2(0.9), 0.0}, values(v));
+  expectNear({t2(0.9), t2(0.9), 0.0}, build(b, "x2 x1 x2"));
   // A value where the written-out tanh gives NaN never beats a number in
   // the pooling (k = 1 here), although its input is the largest.
   StdConvDocVectorBuilder huge;
   ASSERT_TRUE(configure(huge, "1 1 3 1\n1\n1 0\n0\n1 0 0\n0 0 0\n", "none", std::string(kWords) + "big 800 0\n"));
-  tokens = toks("x3 big");
-  ASSERT_TRUE(huge.buildDocVec(tokens, v));
-  expectNear({t2(0.5), 0.0, 0.0}, values(v));
+  expectNear({t2(0.5), 0.0, 0.0}, build(huge, "x3 big"));
 
   // The same rule per row in the dynamic builder, ties included; with fewer
   // columns than k the rest of the row is left alone.
@@ -146,18 +129,14 @@ TEST_F(CnnBuilderTest, KMaxPoolingKeepsGreatestFirst) {
   Eigen::MatrixXd in(2, 4), out = Eigen::MatrixXd::Constant(2, 3, 7.0);
   in << 0.5, 0.7, 0.1, 0.7,  //
       -0.3, -0.1, -0.2, -0.9;
+  Eigen::MatrixXd want(2, 3);
+  want << 0.7, 0.7, 0.5,  //
+      -0.1, -0.2, -0.3;
   d.maxkPooling(in, out, 4, 3);
-  EXPECT_EQ(0.7, out(0, 0));
-  EXPECT_EQ(0.7, out(0, 1));
-  EXPECT_EQ(0.5, out(0, 2));
-  EXPECT_EQ(-0.1, out(1, 0));
-  EXPECT_EQ(-0.2, out(1, 1));
-  EXPECT_EQ(-0.3, out(1, 2));
+  EXPECT_TRUE(want == out) << out;
   out.setConstant(7.0);
   d.maxkPooling(in, out, 2, 3);
-  EXPECT_EQ(0.7, out(0, 0));
-  EXPECT_EQ(0.5, out(0, 1));
-  EXPECT_EQ(7.0, out(0, 2));
+  EXPECT_TRUE(out.row(0) == Eigen::RowVector3d(0.7, 0.5, 7.0)) << out;
 }
 
 // First pooling k = 2, second k = 1, one branch of widths (2, 2), so the
@@ -175,28 +154,21 @@ TEST_F(CnnBuilderTest, DcnnForwardPassByHand) {
   DCNNDocVectorBuilder b;
   ASSERT_TRUE(configure(b, kDcnnModel));
   EXPECT_EQ(3, b.getMinLength());
-  Vec v;
   // "a b" is padded to (-, a, b, -). Dimension 0 reads 0 1 0 0, dimension 1
   // reads 0 0 1 0; the first convolution gives (2, 1, 0) and (0.5, -0.5,
   // 3.5), pooled to (tanh 2, tanh 1) and (tanh 3.5, tanh 0.5).
-  auto tokens = toks("a b");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
   const double d0 = std::tanh(std::tanh(2.0) - std::tanh(1.0));
   const double d1 = std::tanh(0.5 * (std::tanh(3.5) + std::tanh(0.5)));
-  expectNear({std::tanh(d0), std::tanh(d1), std::tanh(0.25)}, values(v));
+  expectNear({std::tanh(d0), std::tanh(d1), std::tanh(0.25)}, build(b, "a b"));
   // Leading unknown words are dropped, so this is the same document.
-  tokens = toks("u u a b");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
-  expectNear({std::tanh(d0), std::tanh(d1), std::tanh(0.25)}, values(v));
+  expectNear({std::tanh(d0), std::tanh(d1), std::tanh(0.25)}, build(b, "u u a b"));
   // No known word: true and an empty vector; "NOT_a" is just unknown here.
-  tokens = toks("u NOT_a");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
-  EXPECT_EQ(0, v.size());
+  EXPECT_TRUE(build(b, "u NOT_a").empty());
 
   // Layout: row per dimension; unknown words after the first known one keep
   // their (empty) places.
   std::vector<double> out;
-  tokens = toks("u a u u b");
+  auto tokens = toks("u a u u b");
   ASSERT_EQ(4, b.catenate(tokens, out));
   EXPECT_EQ((std::vector<double>{1, 0, 0, 0, 0, 0, 0, 1}), out);
   tokens = toks("u");
@@ -235,11 +207,7 @@ TEST_F(CnnBuilderTest, WordVectorFile) {
   StdConvDocVectorBuilder later, direct;
   ASSERT_TRUE(configure(later, kStdModel, "none", "3 2\nb 9 9\na 0 1\nb 1 0\n"));
   ASSERT_TRUE(configure(direct, kStdModel, "none", "1 2\nb 1 0\n"));
-  Vec v1, v2;
-  auto tokens = toks("b b");
-  ASSERT_TRUE(later.buildDocVec(tokens, v1));
-  ASSERT_TRUE(direct.buildDocVec(tokens, v2));
-  expectNear(values(v2), values(v1));
+  expectNear(build(direct, "b b"), build(later, "b b"));
 }
 
 TEST_F(CnnBuilderTest, ModelFileChecksAndMessages) {
@@ -262,10 +230,7 @@ TEST_F(CnnBuilderTest, ModelFileChecksAndMessages) {
   // filterCount 0 is accepted: the network rests on its output bias.
   StdConvDocVectorBuilder zero;
   ASSERT_TRUE(configure(zero, "1 0 3 1\n2\n0.5 0.25 0\n"));
-  Vec v;
-  auto tokens = toks("a");
-  ASSERT_TRUE(zero.buildDocVec(tokens, v));
-  expectNear({std::tanh(0.5), std::tanh(0.25), 0.0}, values(v));
+  expectNear({std::tanh(0.5), std::tanh(0.25), 0.0}, build(zero, "a"));
   // A file cut behind any of its numbers but the last fails.
   auto expectCutsFail = [&](const std::string& full, bool dynamic) {
     const size_t last = full.find_last_of(' ');
@@ -299,6 +264,8 @@ TEST_F(CnnBuilderTest, ModelFileChecksAndMessages) {
   EXPECT_TRUE(isLogRecord(lines[2], "Warn", "101", "Failed to Load Model from " + m_dir.file("nope.txt")));
   EXPECT_TRUE(isLogRecord(lines[4], "Warn", "101", "Failed to Load Model from "));
   // An unconfigured builder builds nothing.
+  std::vector<vortm::analyzer::Token> tokens = toks("a");
+  Vec v;
   EXPECT_FALSE(b.buildDocVec(tokens, v));
 }
 
@@ -310,10 +277,7 @@ TEST_F(CnnBuilderTest, ActivateAndNorm) {
   // An all-zero output (weights and biases 0) is left as it is by l2norm.
   StdConvDocVectorBuilder b;
   ASSERT_TRUE(configure(b, "1 1 3 1\n1\n0 0\n0\n0 0 0\n0 0 0\n", "l2norm"));
-  Vec v;
-  auto tokens = toks("a");
-  ASSERT_TRUE(b.buildDocVec(tokens, v));
-  expectNear({0.0, 0.0, 0.0}, values(v));
+  expectNear({0.0, 0.0, 0.0}, build(b, "a"));
 }
 
 }  // namespace

@@ -165,9 +165,7 @@ TEST(CentroidTest, MergeAndShaping) {
 
 TEST(CentroidTest, WordsThroughTheVocabulary) {
   TempDir dir;
-  SavedBytes b;
-  b.u32(10).u32(2).str("5aW9").u32(2).u32(2).byte(0x0A).str("5beu").u32(1).u32(1).byte(0x0A);
-  writeFile(dir.file("v"), b.bytes());
+  writeFile(dir.file("v"), SavedBytes().u32(10).u32(2).word("5aW9", 2, 2).word("5beu", 1, 1).bytes());
   modular::Vocabulary vocabulary;
   ASSERT_TRUE(vocabulary.loadFrom(dir.file("v")));
   AutoPtr<Centroid> c = twoClass("neg", "pos", {0.5, 2.0}, {3.0, -1.0});

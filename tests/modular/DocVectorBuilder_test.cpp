@@ -22,12 +22,8 @@ class DocVectorBuilderTest : public ::testing::Test {
  protected:
   void SetUp() override {
     // 好 df 3, 差 df 1, 还行 df 7, in 100 documents
-    SavedBytes b;
-    b.u32(100).u32(3);
-    b.str("5aW9").u32(3).u32(10).byte(0x0A);
-    b.str("5beu").u32(1).u32(2).byte(0x0A);
-    b.str("6L+Y6KGM").u32(7).u32(9).byte(0x0A);
-    writeFile(m_dir.file("v"), b.bytes());
+    writeFile(m_dir.file("v"),
+              SavedBytes().u32(100).u32(3).word("5aW9", 3, 10).word("5beu", 1, 2).word("6L+Y6KGM", 7, 9).bytes());
   }
 
   configure::Parameter& parse(const std::string& xml) {

@@ -20,6 +20,10 @@ class SavedBytes {
     m_bytes += coded;
     return *this;
   }
+  // One vocabulary record: word, df, tf and the end mark.
+  SavedBytes& word(const std::string& coded, unsigned int df, unsigned int tf) {
+    return str(coded).u32(df).u32(tf).byte(0x0A);
+  }
   const std::string& bytes() const { return m_bytes; }
 
  private:

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "SavedBytes.h"
 #include "TestSupport.h"
 #include "TokenBuilder.h"
 #include "modular/SentiLabelSentiScorer.h"
@@ -178,16 +179,8 @@ TEST_F(LabelScorerTest, LexiconFileAndConfigFailures) {
     ASSERT_TRUE(back.readSelf(reader));
   }
   EXPECT_EQ((std::map<std::string, double>{{"a", -1.0}, {"b", 0.5}, {"服务差", -0.9}}), back.entries());
-  {
-    utility::BufferedFileWriter writer(m_dir.file("dup.bin"), true);
-    writer.writeUint32(3);
-    writer.writeString("a");
-    writer.writeDouble(1.0);
-    writer.writeString("a");
-    writer.writeDouble(2.0);
-    writer.writeString("c");
-    writer.close();
-  }
+  // "a" twice, then "c" without its value.
+  writeFile(m_dir.file("dup.bin"), SavedBytes().u32(3).str("YQ==").f64(1.0).str("YQ==").f64(2.0).str("Yw==").bytes());
   SentiLabelSentiScorer::SentiLabelLexcion dup;
   {
     utility::BufferedFileReader reader(m_dir.file("dup.bin"), true);

@@ -62,6 +62,17 @@ double scoreItems(Scorer& scorer, const std::string& items) {
   return s;
 }
 
+// The explanation of hand-built tokens; `score` takes the explained score.
+template <class Scorer>
+modular::ScoreTrace traceOf(Scorer& scorer, const std::string& items, double* score = nullptr) {
+  std::vector<analyzer::Token> tokens = toks(items);
+  double s = 0.0;
+  modular::ScoreTrace trace;
+  EXPECT_TRUE(scorer.explainSentiScore(tokens, s, trace)) << items;
+  if (score) *score = s;
+  return trace;
+}
+
 // The explanation comes from the scoring pass itself: the same score, one
 // entry per polar word, and contributions that add up to the score.
 template <class Scorer>

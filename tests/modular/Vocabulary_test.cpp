@@ -18,11 +18,6 @@ using modular::WordInfo;
 
 namespace {
 
-// One record of a saved vocabulary: Base64 word, df, tf, separator.
-SavedBytes& record(SavedBytes& b, const std::string& coded, unsigned int df, unsigned int tf) {
-  return b.str(coded).u32(df).u32(tf).byte(0x0A);
-}
-
 double base2Log(double x) { return std::log10(x) / std::log10(2.0); }
 
 Token word(const std::string& term, Token::TType type = Token::TT_CH_WORD, Token::TTag tag = Token::TG_PLAIN) {
@@ -35,9 +30,9 @@ TEST(VocabularyTest, ReadsHandWrittenFileAndWritesTheSameBytes) {
   TempDir dir;
   SavedBytes b;
   b.u32(100).u32(3);
-  record(b, "5aW9", 3, 7);        // 好
-  record(b, "5beu", 1, 1);        // 差: a Chinese word with df 1 stays
-  record(b, "bW92aWU=", 30, 40);  // movie: English, df above 24, 5 bytes
+  b.word("5aW9", 3, 7);        // 好
+  b.word("5beu", 1, 1);        // 差: a Chinese word with df 1 stays
+  b.word("bW92aWU=", 30, 40);  // movie: English, df above 24, 5 bytes
   writeFile(dir.file("v"), b.bytes());
 
   Vocabulary v;
@@ -72,16 +67,10 @@ TEST(VocabularyTest, LoadFailuresAndMinDf) {
   Vocabulary v;
   writeFile(dir.file("zero"), SavedBytes().u32(5).u32(0).bytes());
   EXPECT_FALSE(v.loadFrom(dir.file("zero")));
-  SavedBytes dup;
-  dup.u32(5).u32(2);
-  record(dup, "5aW9", 1, 1);
-  record(dup, "5aW9", 2, 2);
-  writeFile(dir.file("dup"), dup.bytes());
+  writeFile(dir.file("dup"), SavedBytes().u32(5).u32(2).word("5aW9", 1, 1).word("5aW9", 2, 2).bytes());
   EXPECT_FALSE(v.loadFrom(dir.file("dup")));
-  SavedBytes cut;
-  cut.u32(5).u32(2);
-  record(cut, "5aW9", 1, 1);
-  writeFile(dir.file("cut"), cut.bytes().substr(0, cut.bytes().size() - 3));
+  const std::string cut = SavedBytes().u32(5).u32(2).word("5aW9", 1, 1).bytes();
+  writeFile(dir.file("cut"), cut.substr(0, cut.size() - 3));
   EXPECT_FALSE(v.loadFrom(dir.file("cut")));
   // A forged count runs into the end of the data, not into memory.
   writeFile(dir.file("forged"), SavedBytes().u32(5).u32(0x7fffffff).bytes());
@@ -98,11 +87,7 @@ TEST(VocabularyTest, LoadFailuresAndMinDf) {
 
   // With minDf 5 a record of df 4 is skipped and the next takes its place;
   // wordCount keeps the count of the file.
-  SavedBytes b;
-  b.u32(50).u32(2);
-  record(b, "5aW9", 4, 4);
-  record(b, "5beu", 5, 5);
-  writeFile(dir.file("v"), b.bytes());
+  writeFile(dir.file("v"), SavedBytes().u32(50).u32(2).word("5aW9", 4, 4).word("5beu", 5, 5).bytes());
   Vocabulary filtered;
   filtered.setMinDf(5);
   ASSERT_TRUE(filtered.loadFrom(dir.file("v")));
@@ -130,10 +115,7 @@ TEST(VocabularyTest, EnglishWordsAreDroppedAtSaving) {
 
 TEST(VocabularyTest, UserWordsMergeAndResize) {
   TempDir dir;
-  SavedBytes b;
-  b.u32(10).u32(1);
-  record(b, "5aW9", 2, 2);
-  writeFile(dir.file("v"), b.bytes());
+  writeFile(dir.file("v"), SavedBytes().u32(10).u32(1).word("5aW9", 2, 2).bytes());
   Vocabulary v;
   {
     // Enough words to regrow the look-up index of a loaded vocabulary; each

@@ -17,11 +17,7 @@
 
 #include "TestSupport.h"
 
-using vortm::testing::readFile;
-using vortm::testing::splitLines;
-using vortm::testing::TempDir;
-using vortm::testing::toGbk;
-using vortm::testing::writeFile;
+using namespace vortm::testing;
 
 namespace {
 
@@ -115,8 +111,6 @@ bool plausibleJsonLine(const std::string& line) {
 
 // What the shipped model prints for "good" and "bad".
 const std::string kGoodBad = "0.042420\tgood\n-0.385157\tbad\n";
-
-double scoreOf(const std::string& tsvLine) { return std::stod(tsvLine.substr(0, tsvLine.find('\t'))); }
 
 TEST(CliHardeningTest, FailuresExitNonZeroNamingTheCause) {
   TempDir dir;
@@ -216,11 +210,12 @@ TEST(CliHardeningTest, TextInTheOtherEncodingIsWarnedOnce) {
 }
 
 TEST(CliHardeningTest, HelpVersionStandardInputAndEncodings) {
-  for (const char* cmd : {"classify", "tokenize", "eval", "dict"}) {
-    CliRun h = run(std::string(cmd) + " -h");
+  // The short and the long help option alike.
+  for (const std::string cmd : {"classify", "tokenize", "eval", "dict"}) {
+    CliRun h = run(cmd + (cmd[1] == 'l' || cmd[1] == 'i' ? " -h" : " --help"));
     EXPECT_EQ(0, h.code) << cmd;
-    EXPECT_EQ(0u, h.out.find("Usage: vorelin " + std::string(cmd))) << h.out;
-    CliRun v = run(std::string(cmd) + " --version");
+    EXPECT_EQ(0u, h.out.find("Usage: vorelin " + cmd)) << h.out;
+    CliRun v = run(cmd + " --version");
     EXPECT_EQ(0, v.code);
     EXPECT_TRUE(std::regex_match(v.out, std::regex("vorelin [0-9]+\\.[0-9]+\\.[0-9]+\n"))) << v.out;
   }

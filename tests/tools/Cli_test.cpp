@@ -7,58 +7,39 @@
 
 #include "TestSupport.h"
 
-using vortm::testing::CommandRun;
-using vortm::testing::TempDir;
-using vortm::testing::toGbk;
-using vortm::testing::writeFile;
+using namespace vortm::testing;
 
 namespace {
 
-// Runs the program with a shell command line; standard error is dropped
-// unless asked for.
-CommandRun vorelin(const std::string& args, const std::string& input = "", bool withStderr = false) {
-  return vortm::testing::runWithInput(std::string(VORELIN_CLI) + " " + args, input, withStderr);
-}
-
-std::vector<std::string> lines(const std::string& text) { return vortm::testing::splitLines(text); }
-
-double scoreOf(const std::string& tsvLine) { return std::stod(tsvLine.substr(0, tsvLine.find('\t'))); }
+std::vector<std::string> lines(const std::string& text) { return splitLines(text); }
 
 TEST(CliTest, UsageAndExitCodes) {
-  EXPECT_EQ(0, vorelin("--help").code);
-  for (const char* cmd : {"classify", "tokenize", "dict", "eval"}) {
-    CommandRun help = vorelin(std::string(cmd) + " --help");
-    EXPECT_EQ(0, help.code) << cmd;
-    EXPECT_NE(std::string::npos, help.out.find("Usage: vorelin")) << cmd;
-  }
-  EXPECT_EQ(2, vorelin("").code);
-  EXPECT_EQ(2, vorelin("frobnicate").code);
-  EXPECT_EQ(2, vorelin("classify --no-such-option x").code);
-  EXPECT_EQ(2, vorelin("classify --threads 0 x").code);
-  EXPECT_EQ(2, vorelin("classify --format xml x").code);
-  EXPECT_EQ(2, vorelin("classify --config").code);
-  EXPECT_EQ(2, vorelin("dict build --encoding latin1 --out x.dict list.txt").code);
-  EXPECT_EQ(2, vorelin("eval").code);
+  EXPECT_EQ(0, runCli("--help").code);
+  for (const char* usage : {"", "frobnicate", "classify --no-such-option x", "classify --threads 0 x",
+                            "classify --format xml x", "classify --config",
+                            "dict build --encoding latin1 --out x.dict list.txt", "eval"})
+    EXPECT_EQ(2, runCli(usage).code) << usage;
 
-  CommandRun missing = vorelin("classify --config /no/such/config.xml hello", "", true);
+  CommandRun missing = runCli("classify --config /no/such/config.xml hello", "", true);
   EXPECT_EQ(1, missing.code);
   EXPECT_NE(std::string::npos, missing.out.find("Failed to Parse Params")) << missing.out;
   EXPECT_NE(std::string::npos, missing.out.find("cannot initialise a classifier from /no/such/config.xml"));
-  EXPECT_EQ(1, vorelin("classify --input /no/such/input.txt").code);
-  EXPECT_EQ(1, vorelin("dict lookup --encoding utf-8 --dict /no/such.dict word").code);
+  EXPECT_EQ(1, runCli("classify --input /no/such/input.txt").code);
+  EXPECT_EQ(1, runCli("dict lookup --encoding utf-8 --dict /no/such.dict word").code);
 }
 
 TEST(CliTest, DictionaryBuildAndLookupInBothEncodings) {
   TempDir dir;
-  writeFile(dir.file("plain.txt"), "\xEF\xBB\xBF# general words\r\n酒店 523 n\r\n服务\r\n\r\n");
+  // A byte order mark must keep the first word and the first directive.
+  writeFile(dir.file("plain.txt"), "\xEF\xBB\xBF酒店 523 n\r\n# general words\r\n服务\r\n\r\n");
   writeFile(dir.file("senti.txt"),
-            "#! tag POSITIVE\n好\n服务 CH_WORD NEGATIVE\n#! tag NOT_NEGATIVE\n还行\n不 2 15\n");
+            "\xEF\xBB\xBF#! tag POSITIVE\n好\n服务 CH_WORD NEGATIVE\n#! tag NOT_NEGATIVE\n还行\n不 2 15\n");
   for (const char* enc : {"utf-8", "gbk"}) {
     std::string dict = dir.file(std::string("d_") + enc);
-    CommandRun build = vorelin(std::string("dict build --quiet --encoding ") + enc + " --out " + dict + " " +
+    CommandRun build = runCli(std::string("dict build --quiet --encoding ") + enc + " --out " + dict + " " +
                         dir.file("plain.txt") + " " + dir.file("senti.txt"));
     ASSERT_EQ(0, build.code) << enc;
-    CommandRun lookup = vorelin(std::string("dict lookup --encoding ") + enc + " --dict " + dict + " 酒店 服务 好 还行 不 酒 无");
+    CommandRun lookup = runCli(std::string("dict lookup --encoding ") + enc + " --dict " + dict + " 酒店 服务 好 还行 不 酒 无");
     ASSERT_EQ(0, lookup.code);
     // A later list replaces an earlier entry; a prefix is not a word.
     EXPECT_EQ((std::vector<std::string>{"酒店\tCH_WORD\tPLAIN", "服务\tCH_WORD\tNEGATIVE", "好\tCH_WORD\tPOSITIVE",
@@ -68,12 +49,12 @@ TEST(CliTest, DictionaryBuildAndLookupInBothEncodings) {
         << enc;
   }
   writeFile(dir.file("bad.txt"), "#! tag NOSUCHTAG\nword\n");
-  EXPECT_EQ(1, vorelin("dict build --encoding utf-8 --out " + dir.file("x") + " " + dir.file("bad.txt")).code);
+  EXPECT_EQ(1, runCli("dict build --encoding utf-8 --out " + dir.file("x") + " " + dir.file("bad.txt")).code);
 }
 
 TEST(CliTest, ClassifyKeepsLinesAndOrder) {
   // Standard input, with an empty line passed through.
-  CommandRun tsv = vorelin("classify --quiet", "The food was great.\n\nThe food was awful.\n");
+  CommandRun tsv = runCli("classify --quiet", "The food was great.\n\nThe food was awful.\n");
   ASSERT_EQ(0, tsv.code);
   auto out = lines(tsv.out);
   ASSERT_EQ(3u, out.size());
@@ -82,7 +63,7 @@ TEST(CliTest, ClassifyKeepsLinesAndOrder) {
   EXPECT_LT(scoreOf(out[2]), 0.0);
   EXPECT_EQ("The food was awful.", out[2].substr(out[2].find('\t') + 1));
 
-  CommandRun json = vorelin("classify --quiet --format jsonl 'say \"great\"' ''");
+  CommandRun json = runCli("classify --quiet --format jsonl 'say \"great\"' ''");
   auto jl = lines(json.out);
   ASSERT_EQ(2u, jl.size());
   EXPECT_EQ(0u, jl[0].find("{\"text\": \"say \\\"great\\\"\", \"score\": 0.175441"));
@@ -92,8 +73,8 @@ TEST(CliTest, ClassifyKeepsLinesAndOrder) {
   std::string input;
   for (int i = 0; i < 300; ++i) input += (i % 3 == 0 ? "wonderful stay " : i % 3 == 1 ? "terrible noise " : "") +
                                          std::to_string(i) + "\n";
-  CommandRun one = vorelin("classify --quiet", input);
-  CommandRun four = vorelin("classify --quiet --threads 4", input);
+  CommandRun one = runCli("classify --quiet", input);
+  CommandRun four = runCli("classify --quiet --threads 4", input);
   EXPECT_EQ(0, four.code);
   EXPECT_EQ(one.out, four.out);
   EXPECT_EQ(300u, lines(four.out).size());
@@ -122,8 +103,8 @@ TEST(CliTest, DefaultModelSignsAndEncodings) {
     utf8 += c.text + "\n";
     gbk += toGbk(c.text) + "\n";
   }
-  CommandRun u = vorelin("classify --quiet", utf8);
-  CommandRun g = vorelin("classify --quiet --encoding gbk", gbk);
+  CommandRun u = runCli("classify --quiet", utf8);
+  CommandRun g = runCli("classify --quiet --encoding gbk", gbk);
   ASSERT_EQ(0, u.code);
   ASSERT_EQ(0, g.code);
   auto ul = lines(u.out), gl = lines(g.out);
@@ -136,7 +117,7 @@ TEST(CliTest, DefaultModelSignsAndEncodings) {
   }
   EXPECT_LT(scoreOf(ul[8]), scoreOf(ul[7]) - 0.05);
 
-  CommandRun tokens = vorelin("tokenize --quiet 'not good'");
+  CommandRun tokens = runCli("tokenize --quiet 'not good'");
   EXPECT_EQ("not\t0\t2\tEN_WORD\tEN_NEGATION\nNOT_good\t4\t7\tEN_WORD\tNOT_POSITIVE\n\n", tokens.out);
 }
 
@@ -158,7 +139,7 @@ TEST(CliTest, EveryShippedConfigurationLoadsAndScores) {
       continue;
     const bool gbk = path.find("gbk") != std::string::npos;
     const std::string& praise = path.find("_en") != std::string::npos ? praiseEn : praiseZh;
-    CommandRun run = vorelin("classify --quiet --config " + path + (gbk ? " --encoding gbk" : ""),
+    CommandRun run = runCli("classify --quiet --config " + path + (gbk ? " --encoding gbk" : ""),
                              (gbk ? toGbk(praise) : praise) + "\n");
     ++seen;
     ASSERT_EQ(0, run.code) << path;

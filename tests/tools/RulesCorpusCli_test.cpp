@@ -6,11 +6,7 @@
 
 #include "TestSupport.h"
 
-using vortm::testing::CommandRun;
-using vortm::testing::runCli;
-using vortm::testing::splitLines;
-using vortm::testing::TempDir;
-using vortm::testing::writeFile;
+using namespace vortm::testing;
 
 namespace {
 
@@ -89,14 +85,12 @@ TEST(RulesCorpusCliTest, CorpusLabelWritesConfidentLinesInOrder) {
       runCli("corpus label --threads 2 --input " + dir.file("in.txt") + " --output " + dir.file("out.tsv") + plain);
   ASSERT_EQ(0, two.code);
   EXPECT_EQ(300u, splitLines(one.out).size());
-  EXPECT_EQ(one.out, vortm::testing::readFile(dir.file("out.tsv")));
+  EXPECT_EQ(one.out, readFile(dir.file("out.tsv")));
   EXPECT_EQ(0u, one.out.find("-1\t太差了，失望 0\n1\t非常满意，很好 1\n"));
 
   EXPECT_EQ(0, runCli("corpus label --help").code);
-  EXPECT_EQ(2, runCli("corpus").code);
-  EXPECT_EQ(2, runCli("corpus relabel").code);
-  EXPECT_EQ(2, runCli("corpus label extra").code);
-  EXPECT_EQ(2, runCli("corpus label --threads x").code);
+  for (const char* usage : {"corpus", "corpus relabel", "corpus label extra", "corpus label --threads x"})
+    EXPECT_EQ(2, runCli(usage).code) << usage;
   EXPECT_EQ(1, runCli("corpus label --input /no/such.txt").code);
   EXPECT_EQ(1, runCli("corpus label --config /no/such.xml", "x\n").code);
   // A configuration whose classifier has no lexicon scorer cannot label.

@@ -8,16 +8,7 @@
 
 #include "TestSupport.h"
 
-using vortm::testing::CommandRun;
-using vortm::testing::runCli;
-using vortm::testing::TempDir;
-using vortm::testing::writeFile;
-
-namespace {
-
-double scoreOf(const std::string& line) { return std::stod(line.substr(0, line.find('\t'))); }
-
-}  // namespace
+using namespace vortm::testing;
 
 TEST(TargetCliTest, ScoresForTargetsAndNotesMissingOnes) {
   const std::string text = "菜很好吃，但是服务太差";
@@ -36,7 +27,7 @@ TEST(TargetCliTest, ScoresForTargetsAndNotesMissingOnes) {
   EXPECT_EQ(0, lines.code);
   EXPECT_NE(lines.out.find("line 2: no target occurs"), std::string::npos);
   std::vector<std::string> out;
-  for (const std::string& line : vortm::testing::splitLines(lines.out))
+  for (const std::string& line : splitLines(lines.out))
     if (line.find('\t') != std::string::npos) out.push_back(line);
   ASSERT_EQ(out.size(), 4u) << lines.out;
   EXPECT_LT(scoreOf(out[0]), 0.0);
@@ -50,7 +41,7 @@ TEST(TargetCliTest, TargetsFromAColumnAndUsageErrors) {
   writeFile(dir.file("in.tsv"), "7\t菜\t菜很好吃，但是服务太差\n8\t服务, \t菜很好吃，但是服务太差\n9\t菜\n");
   CommandRun run = runCli("classify --quiet --targets-from 2 --input " + dir.file("in.tsv"));
   EXPECT_EQ(1, run.code);  // the third line has no text column
-  std::vector<std::string> out = vortm::testing::splitLines(run.out);
+  std::vector<std::string> out = splitLines(run.out);
   ASSERT_EQ(out.size(), 2u);
   EXPECT_GT(scoreOf(out[0]), 0.0);
   EXPECT_LT(scoreOf(out[1]), 0.0);

@@ -7,17 +7,22 @@
 
 #include "TestSupport.h"
 
-using vortm::testing::CommandRun;
-using vortm::testing::readFile;
-using vortm::testing::TempDir;
-using vortm::testing::writeFile;
+using namespace vortm::testing;
 
 namespace {
 
 const std::string kData = VORELIN_TEST_DATA_DIR;
 
-CommandRun run(const std::string& args, bool withStderr = true) {
-  return vortm::testing::runCommand(std::string(VORELIN_CLI) + " " + args + (withStderr ? " 2>&1" : " 2>/dev/null"));
+CommandRun run(const std::string& args, bool withStderr = true) { return runCli(args, "", withStderr); }
+
+// The configuration training wrote scores praise above and blame below zero.
+void expectTrainedConfigScores(const TempDir& dir) {
+  CommandRun scored = run("classify --quiet --config " + dir.file("m.xml") + " '非常满意' '很失望'", false);
+  ASSERT_EQ(0, scored.code) << scored.out;
+  std::vector<std::string> lines = splitLines(scored.out);
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_GT(std::stod(lines[0]), 0.0);
+  EXPECT_LT(std::stod(lines[1]), 0.0);
 }
 
 std::string trainArgs(const TempDir& dir, const std::string& corpus, const std::string& extra = "") {
@@ -36,12 +41,7 @@ TEST(TrainCliTest, ReproducesTheTinyModelByteForByte) {
   EXPECT_EQ(readFile(dir.file("m.centroid")), readFile(kData + "/centroid/tiny.centroid"));
 
   // The written configuration classifies with the new model.
-  CommandRun scored = run("classify --quiet --config " + dir.file("m.xml") + " '非常满意' '很失望'", false);
-  ASSERT_EQ(0, scored.code) << scored.out;
-  std::vector<std::string> lines = vortm::testing::splitLines(scored.out);
-  ASSERT_EQ(lines.size(), 2u);
-  EXPECT_GT(std::stod(lines[0]), 0.0);
-  EXPECT_LT(std::stod(lines[1]), 0.0);
+  expectTrainedConfigScores(dir);
 
   CommandRun top = run("model inspect --top 2 " + dir.file("m.centroid"));
   ASSERT_EQ(0, top.code) << top.out;
@@ -58,7 +58,7 @@ TEST(TrainCliTest, LabelFormsAndBadCorpora) {
   // Every accepted label form, a BOM, CRLF and blank lines, and the
   // "label::content" form; the result equals the plain corpus.
   std::string plain = readFile(kData + "/centroid/tiny.tsv");
-  std::vector<std::string> lines = vortm::testing::splitLines(plain);
+  std::vector<std::string> lines = splitLines(plain);
   std::string mixed = "\xEF\xBB\xBF";
   const char* pos[] = {"1", "+1", "pos", "POS"};
   const char* neg[] = {"0", "-1", "neg", "Neg"};
@@ -73,29 +73,23 @@ TEST(TrainCliTest, LabelFormsAndBadCorpora) {
   ASSERT_EQ(0, run(trainArgs(dir, dir.file("mixed.tsv"), "--c 50 --epochs 30")).code);
   EXPECT_EQ(readFile(dir.file("m.centroid")), readFile(kData + "/centroid/tiny.centroid"));
 
-  writeFile(dir.file("bad.tsv"), "1\tgood\nmaybe\tso so\n");
-  CommandRun bad = run(trainArgs(dir, dir.file("bad.tsv")));
-  EXPECT_EQ(1, bad.code);
-  EXPECT_NE(std::string::npos, bad.out.find(dir.file("bad.tsv") + ":2: malformed label 'maybe'")) << bad.out;
-  writeFile(dir.file("nolabel.tsv"), "1\tgood\njust text\n");
-  CommandRun noLabel = run(trainArgs(dir, dir.file("nolabel.tsv")));
-  EXPECT_EQ(1, noLabel.code);
-  EXPECT_NE(std::string::npos, noLabel.out.find(":2: expected LABEL<TAB>TEXT")) << noLabel.out;
+  const std::pair<const char*, const char*> badCorpora[] = {
+      {"1\tgood\nmaybe\tso so\n", "bad.tsv:2: malformed label 'maybe'"},
+      {"1\tgood\njust text\n", "bad.tsv:2: expected LABEL<TAB>TEXT"},
+      {"\n\n", "no labelled text"},
+      {"1\t很好\n1\t好评\n", "only one class"}};
+  for (const auto& bad : badCorpora) {
+    writeFile(dir.file("bad.tsv"), bad.first);
+    CommandRun r = run(trainArgs(dir, dir.file("bad.tsv")));
+    EXPECT_EQ(1, r.code) << bad.second;
+    EXPECT_NE(std::string::npos, r.out.find(bad.second)) << r.out;
+  }
 
-  writeFile(dir.file("empty.tsv"), "\n\n");
-  CommandRun empty = run(trainArgs(dir, dir.file("empty.tsv")));
-  EXPECT_EQ(1, empty.code);
-  EXPECT_NE(std::string::npos, empty.out.find("no labelled text")) << empty.out;
-  writeFile(dir.file("one.tsv"), "1\t很好\n1\t好评\n");
-  CommandRun oneClass = run(trainArgs(dir, dir.file("one.tsv")));
-  EXPECT_EQ(1, oneClass.code);
-  EXPECT_NE(std::string::npos, oneClass.out.find("only one class")) << oneClass.out;
-
-  EXPECT_EQ(2, run("train").code);
-  EXPECT_EQ(2, run("train forest --out x y").code);
-  EXPECT_EQ(2, run("train centroid --out x y").code);
-  EXPECT_EQ(2, run(trainArgs(dir, dir.file("mixed.tsv"), "--estimator svm")).code);
-  EXPECT_EQ(2, run(trainArgs(dir, dir.file("mixed.tsv"), "--min-df 0")).code);
+  const std::vector<std::string> usages = {"train", "train forest --out x y", "train centroid --out x y",
+                                           trainArgs(dir, dir.file("mixed.tsv"), "--estimator svm"),
+                                           trainArgs(dir, dir.file("mixed.tsv"), "--min-df 0")};
+  for (const std::string& usage : usages)
+    EXPECT_EQ(2, run(usage).code) << usage;
   EXPECT_EQ(0, run("train centroid --help", false).code);
   EXPECT_EQ(1, run("train centroid --config /no/such.xml --out x y").code);
 }
@@ -115,12 +109,7 @@ TEST(TrainCliTest, TrainsWithEitherWordBuilder) {
     std::string builder = kind.first == "--word-vec" ? "word_vec" : "word_expand";
     EXPECT_NE(std::string::npos, xml.find("<identifier>" + builder + "_doc_vec_builder</identifier>")) << xml;
     EXPECT_NE(std::string::npos, xml.find("<" + builder + "_file>" + dir.file(kind.second) + "</")) << xml;
-    CommandRun scored = run("classify --quiet --config " + dir.file("m.xml") + " '非常满意' '很失望'", false);
-    ASSERT_EQ(0, scored.code) << scored.out;
-    std::vector<std::string> lines = vortm::testing::splitLines(scored.out);
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_GT(std::stod(lines[0]), 0.0);
-    EXPECT_LT(std::stod(lines[1]), 0.0);
+    expectTrainedConfigScores(dir);
   }
   // A vector file of one dimension, and a missing expansion file, cannot train.
   writeFile(dir.file("flat.vec"), "2 1\n满意 1\n失望 0\n");

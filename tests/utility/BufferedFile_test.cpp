@@ -10,9 +10,7 @@
 #include "utility/BufferedFileWriter.h"
 #include "utility/Utility.h"
 
-using vortm::testing::readFile;
-using vortm::testing::TempDir;
-using vortm::testing::writeFile;
+using namespace vortm::testing;
 using vortm::utility::BufferedFileReader;
 using vortm::utility::BufferedFileWriter;
 using vortm::utility::Utility;

@@ -12,8 +12,7 @@
 #include "utility/CharIterator.h"
 #include "utility/StrTokenizer.h"
 
-using vortm::testing::TempDir;
-using vortm::testing::writeFile;
+using namespace vortm::testing;
 using vortm::utility::Utility;
 typedef std::vector<std::string> Strings;
 

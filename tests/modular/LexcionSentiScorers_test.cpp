@@ -1,20 +1,116 @@
+// The lexicon scorers: standard, weighted and target-aware, on hand-built
+// tokens.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "SavedBytes.h"
 #include "TestSupport.h"
 #include "TokenBuilder.h"
+#include "common/CreatorRegister.h"
+#include "common/InstanceCreator.h"
+#include "modular/StandardLexcionSentiScorer.h"
+#include "modular/TargetAwareLexcionSentiScorers.h"
 #include "modular/WeightedLexcionSentiScorer.h"
-#include "utility/BufferedFileReader.h"
 #include "utility/BufferedFileWriter.h"
 
 using namespace vortm;
 using namespace vortm::testing;
 using analyzer::Token;
+using common::AutoPtr;
+using common::InstanceCreator;
+using modular::ILexcionSentiScorer;
+using modular::ITargetAwareLexcionSentiScorer;
+using modular::StandardLexcionSentiScorer;
+using modular::TargetAwareStandardLexcionSentiScorer;
+using modular::TargetAwareWeightedLexcionSentiScorer;
 using modular::WeightedLexcionSentiScorer;
 using Lexicon = WeightedLexcionSentiScorer::WeightedSentiLexcion;
+
+// Tags 6/7 positive/negative, 8/9 weak negative/positive, 10-14 degree
+// words, 15 negation; 1 plain.
+
+TEST(StandardScorerTest, WorkedCases) {
+  StandardLexcionSentiScorer scorer;
+  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><but_conj_boost type=\"float\">2.0</but_conj_boost>"
+                                        "</position_weighter>")));
+  const std::pair<const char*, double> cases[] = {
+      // S / A damped by 0.25 per polar word up to four: none, one, two, four, mixed.
+      {"", 0.0}, {"a a/10 a/15", 0.0}, {"a/6", 0.25}, {"a a/7 a", -0.25}, {"a/6 a a/6", 0.5},
+      {"a/6 a/6 a/6 a/6", 1.0}, {"a/6 a a/6 a a/7", 0.25},
+      // Alone a degree word cancels out; tag 10 makes 1.5 against -1: (0.5 / 2.5) x 0.5.
+      {"a/10 a/6", 0.25}, {"a/10 a/6 a a/7", 0.1},
+      // A negated negative word turns positive at a quarter, negation before or after it.
+      {"a/15 a/7 a a/7", -0.3}, {"a/7 a/15", 0.25},
+      // A weak word is divided by a strengthening degree and ignores a negation.
+      {"a/10 a/8 a a/6", (1.0 - 0.25 / 1.5) / (1.0 + 0.25 / 1.5) * 0.5}, {"a/15 a/9 a a/7", -0.3},
+      // The previous neighbour wins even with a neutral factor (1.0, then 1.5 x -1).
+      {"a/12 a/6 a/10 a/7", -0.1},
+      // A degree word two tokens away does nothing; an erasing one leaves p = 0, yet the word counts.
+      {"a/10 a a/6 a a/7", 0.0}, {"a/14 a/6 a a/6", 0.5},
+  };
+  for (const auto& c : cases) EXPECT_DOUBLE_EQ(c.second, scoreItems(scorer, c.first)) << c.first;
+}
+
+TEST(StandardScorerTest, WeighterSettingsAndFailures) {
+  // A quoted polar word weighs 0 here: it adds nothing but still counts, so
+  // the lone unquoted word scores 1 x 2 x 0.25. A second config keeps that weighter.
+  StandardLexcionSentiScorer scorer;
+  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><quota_penalty type=\"float\">0.0</quota_penalty>"
+                                        "</position_weighter>")));
+  EXPECT_DOUBLE_EQ(0.5, scoreItems(scorer, "good/6 < bad/7 >"));
+  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><quota_penalty type=\"float\">1.0</quota_penalty>"
+                                        "</position_weighter>")));
+  EXPECT_DOUBLE_EQ(0.5, scoreItems(scorer, "good/6 < bad/7 >"));
+
+  // Without "position_weighter" config succeeds but scoring has no weights.
+  StandardLexcionSentiScorer bare;
+  ASSERT_TRUE(bare.config(*parseParam("<something>x</something>")));
+  std::vector<Token> tokens = toks("good/6");
+  double s = 0.0;
+  EXPECT_THROW(bare.getSentiScore(tokens, s), std::runtime_error);
+
+  // The registry refuses an unknown or missing identifier and drops the old scorer.
+  AutoPtr<ILexcionSentiScorer> made(new StandardLexcionSentiScorer(), true);
+  EXPECT_FALSE(ILexcionSentiScorer::configLexcionSentiScorer(*parseParam("<identifier>nope</identifier>"), made));
+  EXPECT_TRUE(made.get() == nullptr);
+  EXPECT_FALSE(ILexcionSentiScorer::configLexcionSentiScorer(*parseParam("<param>x</param>"), made));
+}
+
+TEST(StandardScorerTest, ExplanationComesFromTheScoringPass) {
+  StandardLexcionSentiScorer scorer;
+  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><quota_penalty type=\"float\">0.5</quota_penalty>"
+                                        "<question_mark_penalty type=\"float\">0.5</question_mark_penalty>"
+                                        "<position_aware>true</position_aware></position_weighter>")));
+  const char* cases[] = {"", "a a", "a/10 a/6 a a/7", "x/6 but/but y/7 z/15 w/8 .",
+                         "< q/6 > though/though r/9 , s/6 ? t/7 . u/6 . v/7", "a/14 a/6 a a/6"};
+  for (const char* items : cases) expectExplanationMatchesScore(scorer, items);
+
+  modular::ScoreTrace trace = traceOf(scorer, "x/6 but/but y/7 z/15 w/8 .");
+  ASSERT_EQ(3u, trace.words.size());
+  EXPECT_EQ("x", trace.words[0].token.term);
+  EXPECT_EQ("", trace.words[0].weightReason);
+  EXPECT_EQ(-1, trace.words[0].modifierIndex);
+  EXPECT_EQ("but", trace.words[1].weightReason);
+  EXPECT_DOUBLE_EQ(2.0, trace.words[1].weight);
+  // z is a negation right after y: y takes its factor, and w (weak) keeps
+  // its value although the same negation stands before it.
+  EXPECT_EQ(3, trace.words[1].modifierIndex);
+  EXPECT_EQ("z", trace.words[1].modifier.term);
+  EXPECT_DOUBLE_EQ(-0.25, trace.words[1].degree);
+  EXPECT_DOUBLE_EQ(-0.25, trace.words[2].value);
+  EXPECT_DOUBLE_EQ(0.75, trace.damping);  // three polar words
+
+  trace = traceOf(scorer, "< q/6 > though/though r/9 , s/6 ? t/7 . u/6 . v/7");
+  ASSERT_EQ(6u, trace.words.size());
+  EXPECT_EQ("quote,position", trace.words[0].weightReason);
+  EXPECT_EQ("though,position", trace.words[1].weightReason);
+  EXPECT_EQ("question,position", trace.words[2].weightReason);
+  EXPECT_EQ("position", trace.words[5].weightReason);
+}
 
 namespace {
 
@@ -110,10 +206,8 @@ TEST_F(WeightedScorerTest, ExplanationComesFromTheScoringPass) {
 
   // The factor and the word that gave it, as getBoost decides; the divisor
   // and the halving of a text with little opinion.
-  std::vector<Token> tokens = toks("l a/6 q/15 a/7 x/10 , x/but w/6");
   double s = 0.0;
-  modular::ScoreTrace trace;
-  m_scorer.explainSentiScore(tokens, s, trace);
+  const modular::ScoreTrace trace = traceOf(m_scorer, "l a/6 q/15 a/7 x/10 , x/but w/6", &s);
   ASSERT_EQ(3u, trace.words.size());
   EXPECT_EQ(0, trace.words[0].modifierIndex);  // "lack" before a positive word
   EXPECT_DOUBLE_EQ(0.0, trace.words[0].degree);
@@ -141,18 +235,8 @@ TEST(WeightedLexiconTest, RoundTripAndHostileFiles) {
   EXPECT_EQ(expected, scorer.lexcion().m_weights);
 
   // A repeated word keeps its first weight; a count of 0 is an empty lexicon.
-  {
-    utility::BufferedFileWriter writer(dir.file("dup.lex"), true);
-    writer.writeUint32(2);
-    writer.writeString("a");
-    writer.writeDouble(1.0);
-    writer.writeString("a");
-    writer.writeDouble(2.0);
-    writer.close();
-    utility::BufferedFileWriter empty(dir.file("empty.lex"), true);
-    empty.writeUint32(0);
-    empty.close();
-  }
+  writeFile(dir.file("dup.lex"), SavedBytes().u32(2).str("YQ==").f64(1.0).str("YQ==").f64(2.0).bytes());  // "a" twice
+  writeFile(dir.file("empty.lex"), SavedBytes().u32(0).bytes());
   WeightedLexcionSentiScorer dup;
   ASSERT_TRUE(dup.loadWeightedLexcion(dir.file("dup.lex")));
   EXPECT_EQ((std::map<std::string, double>{{"a", 1.0}}), dup.lexcion().m_weights);
@@ -217,4 +301,71 @@ TEST(WeightedLexiconTest, ConfigFailuresAndOptionalLists) {
   double s = 0.0;
   ASSERT_TRUE(scorer.getSentiScore(tokens, s));
   EXPECT_DOUBLE_EQ(1.0 / 6.0, s);
+}
+
+namespace {
+
+double score(ITargetAwareLexcionSentiScorer& scorer, const std::string& items, const std::vector<std::string>& targets) {
+  std::vector<Token> tokens = toks(items);
+  double s = 99.0;
+  EXPECT_TRUE(scorer.getSentiScore(tokens, targets, s)) << items;
+  return s;
+}
+
+}  // namespace
+
+TEST(TargetAwareScorerTest, StandardScoringNearTheTarget) {
+  // No position_weighter and no target_aware_position_weighter: both fine.
+  TargetAwareStandardLexcionSentiScorer scorer;
+  ASSERT_TRUE(scorer.config(*parseParam("<none></none>")));
+  const std::string text = "good/6 phone/target x bad/7";
+  // No targets, a target not in the text, or one only on an untagged token: all weights 0.
+  EXPECT_DOUBLE_EQ(0.0, score(scorer, text, {}));
+  EXPECT_DOUBLE_EQ(0.0, score(scorer, text, {"camera"}));
+  EXPECT_DOUBLE_EQ(0.0, score(scorer, "good/6 phone x bad/7", {"phone"}));
+  EXPECT_DOUBLE_EQ(0.0, score(scorer, "phone/target", {"phone"}));
+  // good is one token from the target, bad two: raw weights 3 / 4.1 and 2 / 4.1.
+  EXPECT_DOUBLE_EQ((3.0 - 2.0) / (3.0 + 2.0) * 0.5, score(scorer, text, {"camera", "phone"}));
+  // The targets stay set for the plain call.
+  std::vector<Token> tokens = toks(text);
+  double s = 0.0;
+  ASSERT_TRUE(scorer.getSentiScore(tokens, s));
+  EXPECT_DOUBLE_EQ(0.1, s);
+  EXPECT_EQ((std::vector<std::string>{"camera", "phone"}), scorer.getTargets());
+}
+
+TEST(TargetAwareScorerTest, WeightedScoringAndRegistry) {
+  TempDir dir;
+  saveLexicon(dir.file("w.lex"), {});
+  common::gfn_creatorRegister();
+  AutoPtr<ITargetAwareLexcionSentiScorer> made(
+      InstanceCreator<ITargetAwareLexcionSentiScorer>::getCreation("target_aware_weighted_lexcion_senti_scorer"), true);
+  ASSERT_TRUE(made);
+  // The standard one resolves only once a host has built its creator.
+  EXPECT_EQ(nullptr,
+            InstanceCreator<ITargetAwareLexcionSentiScorer>::getCreation("target_aware_std_lexcion_senti_scorer"));
+  {
+    // The registry keeps a plain pointer to the creator, so it must outlive the test.
+    static modular::TargetAwareStandardLexcionSentiScorerCreator creator;
+    AutoPtr<ITargetAwareLexcionSentiScorer> standard(
+        InstanceCreator<ITargetAwareLexcionSentiScorer>::getCreation("target_aware_std_lexcion_senti_scorer"), true);
+    EXPECT_TRUE(standard);
+  }
+
+  // The base's failure is the only one.
+  {
+    StdoutCapture quiet;
+    EXPECT_FALSE(made->config(*parseParam("<weighted_lexcion_file>" + dir.file("none.lex") +
+                                          "</weighted_lexcion_file>")));
+  }
+  TargetAwareWeightedLexcionSentiScorer scorer;
+  ASSERT_TRUE(scorer.config(*parseParam("<weighted_lexcion_file>" + dir.file("w.lex") + "</weighted_lexcion_file>")));
+  EXPECT_DOUBLE_EQ(0.0, score(scorer, "good/6 phone/target x bad/7", {}));
+  EXPECT_DOUBLE_EQ(0.0, score(scorer, "phone/target", {"phone"}));
+  // Weights normalised to average 1 over four tokens: raw 3, 4.1, 3 and 2
+  // (over 4.1). good, phone and bad are countable.
+  const double total = 3.0 + 4.1 + 3.0 + 2.0;
+  const double sum = (3.0 - 2.0) / total * 4.0;
+  const double absSum = (3.0 + 2.0) / total * 4.0;
+  EXPECT_DOUBLE_EQ(sum / (3 * 0.125 + 3.0 + absSum), score(scorer, "good/6 phone/target x bad/7", {"phone"}));
 }

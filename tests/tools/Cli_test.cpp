@@ -130,15 +130,19 @@ TEST(CliTest, EveryShippedConfigurationLoadsAndScores) {
   const std::string praiseZh = "质量很好，非常满意，推荐购买！";
   const std::string praiseEn = "a wonderful, moving film and I loved it";
   int seen = 0;
-  for (const auto& entry : fs::recursive_directory_iterator(std::string(VORELIN_BUILD_DIR) + "/models")) {
+  const fs::path root = std::string(VORELIN_BUILD_DIR) + "/models";
+  for (const auto& entry : fs::recursive_directory_iterator(root)) {
     const std::string path = entry.path().string();
-    // Target-aware configurations are not reached by the C functions, and
-    // the install folder holds copies with relative paths.
-    if (entry.path().extension() != ".xml" || path.find("/install/") != std::string::npos ||
-        path.find("/target/") != std::string::npos || path.find("/CMakeFiles/") != std::string::npos)
+    // Judge by the path below the models folder: the checkout's own path may
+    // hold any of these words. Target-aware configurations are not reached
+    // by the C functions, and the install folder holds copies with relative
+    // paths.
+    const std::string rel = fs::relative(entry.path(), root).generic_string();
+    if (entry.path().extension() != ".xml" || rel.rfind("install/", 0) == 0 || rel.rfind("target/", 0) == 0 ||
+        rel.find("CMakeFiles/") != std::string::npos)
       continue;
-    const bool gbk = path.find("gbk") != std::string::npos;
-    const std::string& praise = path.find("_en") != std::string::npos ? praiseEn : praiseZh;
+    const bool gbk = rel.find("gbk") != std::string::npos;
+    const std::string& praise = rel.find("_en") != std::string::npos ? praiseEn : praiseZh;
     CommandRun run = runCli("classify --quiet --config " + path + (gbk ? " --encoding gbk" : ""),
                              (gbk ? toGbk(praise) : praise) + "\n");
     ++seen;

@@ -74,13 +74,11 @@ class ComplexMatchTrieDict : public TrieDict<CHAR> {
     return true;
   }
 
-  // Appends to `chunks` every cut of up to `n` words from `position`, by
-  // rising length of the first word. Where no dictionary word starts, the
-  // single character stands in as a word of value 0, so a position inside
-  // the text always yields at least one chunk.
-  bool matchNWordChunk(const char* text, unsigned int length, unsigned int* pForwardRefBuf, unsigned int position,
-                       unsigned int n, std::vector<WordChunk>& chunks) {
-    if (n == 0 || position >= length) return true;
+  // Calls `word(end, charCount, weight)` for each dictionary word that starts
+  // at `position`, by rising length; false if there is none.
+  template <typename OnWord>
+  bool forEachWordAt(const char* text, unsigned int length, const unsigned int* pForwardRefBuf,
+                     unsigned int position, OnWord&& word) const {
     const unsigned char* bytes = reinterpret_cast<const unsigned char*>(text);
     const typename TrieDict<CHAR>::TrieTreeNode* node = this->getRoot();
     unsigned int j = position;
@@ -94,10 +92,24 @@ class ComplexMatchTrieDict : public TrieDict<CHAR> {
       ++charCount;
       if (node->weight != 0) {
         found = true;
-        appendChunks(makeWord(text, position, j, charCount, node->weight), j, text, length, pForwardRefBuf, n,
-                     chunks);
+        word(j, charCount, node->weight);
       }
     }
+    return found;
+  }
+
+  // Appends to `chunks` every cut of up to `n` words from `position`, by
+  // rising length of the first word. Where no dictionary word starts, the
+  // single character stands in as a word of value 0, so a position inside
+  // the text always yields at least one chunk.
+  bool matchNWordChunk(const char* text, unsigned int length, unsigned int* pForwardRefBuf, unsigned int position,
+                       unsigned int n, std::vector<WordChunk>& chunks) {
+    if (n == 0 || position >= length) return true;
+    const bool found = forEachWordAt(text, length, pForwardRefBuf, position,
+                                     [&](unsigned int end, unsigned int charCount, unsigned short weight) {
+                                       appendChunks(makeWord(text, position, end, charCount, weight), end, text,
+                                                    length, pForwardRefBuf, n, chunks);
+                                     });
     if (found) return true;
     unsigned int end = position + TrieDict<CHAR>::charLengthAt(pForwardRefBuf, position, length);
     appendChunks(makeWord(text, position, end, 1, 0), end, text, length, pForwardRefBuf, n, chunks);
@@ -251,19 +263,11 @@ class ComplexMatchTrieDict : public TrieDict<CHAR> {
                        unsigned int position) const {
     if (cache.first[position] == PrefixCache::none) {
       const unsigned int start = static_cast<unsigned int>(cache.prefixes.size());
-      const unsigned char* bytes = reinterpret_cast<const unsigned char*>(text);
-      const typename TrieDict<CHAR>::TrieTreeNode* node = this->getRoot();
-      unsigned int j = position;
-      unsigned int charCount = 0;
-      while (j < length) {
-        unsigned int charLength = TrieDict<CHAR>::charLengthAt(pForwardRefBuf, j, length);
-        node = node->getBranch(TrieDict<CHAR>::packChar(bytes + j, charLength));
-        if (!node) break;
-        j += charLength;
-        ++charCount;
-        if (node->weight != 0) cache.prefixes.push_back(Prefix{j, charCount, node->weight});
-      }
-      if (cache.prefixes.size() == start)
+      const bool found = forEachWordAt(text, length, pForwardRefBuf, position,
+                                       [&](unsigned int end, unsigned int charCount, unsigned short weight) {
+                                         cache.prefixes.push_back(Prefix{end, charCount, weight});
+                                       });
+      if (!found)
         cache.prefixes.push_back(
             Prefix{position + TrieDict<CHAR>::charLengthAt(pForwardRefBuf, position, length), 1, 0});
       cache.first[position] = start;

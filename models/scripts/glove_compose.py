@@ -12,7 +12,8 @@ Words of neither kind are left out. GloVe words outside WORDS are not
 written: the vector builders read only their vocabulary's words.
 """
 import argparse
-import json
+
+from glove_vectors import load_package, vec_row, write_rows
 
 
 SUFFIXES = {"'s": [], "'ll": ["will"], "'re": ["are"], "'m": ["am"], "'ve": ["have"], "'d": ["would"]}
@@ -34,8 +35,7 @@ def main():
     ap.add_argument("out")
     ap.add_argument("--digits", type=int, default=4)
     args = ap.parse_args()
-    with open(args.json, encoding="utf-8") as f:
-        data = json.load(f)
+    data = load_package(args.json)
     dim = int(data["dimensions"])
     vectors = data["vectors"]
     with open(args.words, encoding="utf-8") as f:
@@ -45,7 +45,7 @@ def main():
     def add(word, values):
         if word not in seen and word and not any(c.isspace() for c in word):
             seen.add(word)
-            rows.append(word + " " + " ".join("%.*f" % (args.digits, v) for v in values))
+            rows.append(vec_row(word, values, args.digits))
 
     for word in wanted:
         if word in vectors:
@@ -54,10 +54,7 @@ def main():
         known = [vectors[p][:dim] for p in pieces(word) if p in vectors]
         if known and len(known) == len(pieces(word)):
             add(word, [sum(col) / len(known) for col in zip(*known)])
-    with open(args.out, "w", encoding="utf-8", newline="\n") as out:
-        out.write("%d %d\n" % (len(rows), dim))
-        for row in rows:
-            out.write(row + "\n")
+    write_rows(args.out, rows, dim)
 
 
 if __name__ == "__main__":

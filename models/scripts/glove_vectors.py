@@ -62,9 +62,26 @@ def read_words(path):
     return words
 
 
+def load_package(path):
+    """The package's JSON: 'words' by frequency, 'vectors' by word (each the
+    vector, then its norm and the word's index), 'dimensions'."""
+    with open(path, encoding="utf-8") as f:
+        return json.load(f)
+
+
+def vec_row(word, values, digits):
+    return word + " " + " ".join("%.*f" % (digits, v) for v in values)
+
+
+def write_rows(path, rows, dim):
+    with open(path, "w", encoding="utf-8", newline="\n") as out:
+        out.write("%d %d\n" % (len(rows), dim))
+        for row in rows:
+            out.write(row + "\n")
+
+
 def write_vec(args):
-    with open(args.json, encoding="utf-8") as f:
-        data = json.load(f)
+    data = load_package(args.json)
     dim = int(data["dimensions"])
     wanted = read_words(args.words) if args.words else None
     top = args.top if args.top is not None else (0 if wanted is not None else len(data["words"]))
@@ -74,13 +91,8 @@ def write_vec(args):
             continue
         if not word or any(c.isspace() for c in word):
             continue
-        # Each entry carries the vector, then its norm and the word's index.
-        values = data["vectors"][word][:dim]
-        rows.append(word + " " + " ".join("%.*f" % (args.digits, v) for v in values))
-    with open(args.out, "w", encoding="utf-8", newline="\n") as out:
-        out.write("%d %d\n" % (len(rows), dim))
-        for row in rows:
-            out.write(row + "\n")
+        rows.append(vec_row(word, data["vectors"][word][:dim], args.digits))
+    write_rows(args.out, rows, dim)
     print("%s: %d words of %d dimensions" % (args.out, len(rows), dim), file=sys.stderr)
 
 

@@ -41,6 +41,7 @@ foreach(enc utf8 gbk)
        ${label_out}/inter_words_${enc}.txt)
 endforeach()
 add_custom_target(label_model ALL DEPENDS ${label_files} default_model)
+add_dependencies(label_model zh_segmentation_list)
 
 # The label classifier alone: the template without its first member.
 file(READ ${label_src}/labels.xml.in label_template)

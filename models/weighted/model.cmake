@@ -47,6 +47,7 @@ foreach(polarity positive negative)
   list(APPEND weighted_files ${weighted_out}/en_${polarity}.txt)
 endforeach()
 add_custom_target(weighted_model ALL DEPENDS ${weighted_files})
+add_dependencies(weighted_model zh_segmentation_list)
 
 foreach(enc utf8 gbk)
   if(enc STREQUAL "gbk")

@@ -58,18 +58,7 @@ TEST(LabelCliTest, LabelsShowEachOpinion) {
       0, runCli("dict build --quiet --encoding utf-8 --out " + dir.file("d.dict") + " " + dir.file("words.txt")).code);
   ASSERT_EQ(0,
             runCli("lexicon build --quiet --kind label --out " + dir.file("l.lex") + " " + dir.file("lex.txt")).code);
-  writeFile(dir.file("c.xml"),
-            "<number_senti_classifiers><c><identifier>lexcion_senti_classifier</identifier>"
-            "<number_weight type=\"numeric\">1</number_weight><param><text_analyzer><analyzer><encode>utf-8</encode>"
-            "<tokenizers><t><identifier>basicTokenzier</identifier><param><encode>utf-8</encode></param></t>"
-            "<t><identifier>trieDictMaxForwardTokenzier</identifier><param><encode>utf-8</encode><dict_file>" +
-                dir.file("d.dict") +
-                "</dict_file></param></t></tokenizers></analyzer></text_analyzer><lexcion_senti_scorer>"
-                "<identifier>senti_label_senti_scorer</identifier><param><position_weighter><x/></position_weighter>"
-                "<senti_label_extractor><identifier>simple_senti_label_extractor</identifier><param><x/></param>"
-                "</senti_label_extractor><senti_label_lexcion_file>" +
-                dir.file("l.lex") + "</senti_label_lexcion_file></param></lexcion_senti_scorer></param></c>"
-                                    "</number_senti_classifiers>");
+  writeFile(dir.file("c.xml"), lexiconConfig("utf-8", dir.file("d.dict"), "", labelScorerBlock(dir.file("l.lex"))));
   CommandRun args = runCli("labels --quiet --config " + dir.file("c.xml") + " 价格不贵 电池很短，好 没有");
   ASSERT_EQ(0, args.code);
   EXPECT_EQ((std::vector<std::string>{"[价格]\t不/NEGATION [贵]\t+0.4000", "", "[电池]\t很/DEGREE_11 [短]\t-0.3600",
@@ -80,7 +69,6 @@ TEST(LabelCliTest, LabelsShowEachOpinion) {
   ASSERT_EQ(0, in.code);
   EXPECT_EQ((std::vector<std::string>{"[价格]\t[贵]\t-0.8000", "", ""}), splitLines(in.out));
 
-  EXPECT_EQ(0, runCli("labels --help").code);
   // A configuration without a label scorer, and one that does not parse.
   CommandRun plain = runCli("labels --config " + std::string(VORELIN_TEST_DATA_DIR) + "/lexicon_basic.xml x", "", true);
   EXPECT_EQ(1, plain.code);
@@ -147,7 +135,6 @@ TEST(LexiconCliTest, ErrorsAndExitCodes) {
   EXPECT_EQ(1, corrupt.code);
   EXPECT_NE(std::string::npos, corrupt.out.find("cannot load weighted lexicon"));
 
-  EXPECT_EQ(0, lexicon("--help").code);
   for (const char* usage : {"", "build --out x.lex a.tsv", "build --kind frob --out x.lex a.tsv",
                             "build --kind weighted a.tsv", "build --kind weighted --out x.lex",
                             "dump --encoding latin1 x.lex", "dump", "frob --kind weighted"})

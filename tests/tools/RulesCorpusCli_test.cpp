@@ -53,7 +53,6 @@ TEST(RulesCorpusCliTest, RulesClassifyComplaintsPerLine) {
   EXPECT_EQ(2, bad.code);
   EXPECT_NE(std::string::npos, bad.out.find("bad.conf: line 2: expected key = value")) << bad.out;
 
-  EXPECT_EQ(0, runCli("rules --help").code);
   EXPECT_EQ(2, runCli("rules x").code);
   EXPECT_EQ(2, runCli("rules --rules " + kRules + " --input f.txt x").code);
   writeFile(dir.file("broken.xml"), "<rules><rule><classid>c</classid></rule>");
@@ -88,7 +87,6 @@ TEST(RulesCorpusCliTest, CorpusLabelWritesConfidentLinesInOrder) {
   EXPECT_EQ(one.out, readFile(dir.file("out.tsv")));
   EXPECT_EQ(0u, one.out.find("-1\t太差了，失望 0\n1\t非常满意，很好 1\n"));
 
-  EXPECT_EQ(0, runCli("corpus label --help").code);
   for (const char* usage : {"corpus", "corpus relabel", "corpus label extra", "corpus label --threads x"})
     EXPECT_EQ(2, runCli(usage).code) << usage;
   EXPECT_EQ(1, runCli("corpus label --input /no/such.txt").code);

@@ -90,7 +90,6 @@ TEST(TrainCliTest, LabelFormsAndBadCorpora) {
                                            trainArgs(dir, dir.file("mixed.tsv"), "--min-df 0")};
   for (const std::string& usage : usages)
     EXPECT_EQ(2, run(usage).code) << usage;
-  EXPECT_EQ(0, run("train centroid --help", false).code);
   EXPECT_EQ(1, run("train centroid --config /no/such.xml --out x y").code);
 }
 

@@ -221,6 +221,27 @@ inline std::vector<double> scoreThroughApi(const std::string& config, const std:
   return scores;
 }
 
+// One lexicon classifier over a basic tokenizer and a dictionary tokenizer
+// (with `filters`), scored by the scorer block `scorer`.
+inline std::string lexiconConfig(const std::string& encode, const std::string& dict, const std::string& filters,
+                                 const std::string& scorer) {
+  return "<number_senti_classifiers><c><identifier>lexcion_senti_classifier</identifier>"
+         "<number_weight type=\"numeric\">1</number_weight><param><text_analyzer><analyzer>"
+         "<encode>" + encode + "</encode><tokenizers>"
+         "<t><identifier>basicTokenzier</identifier><param><encode>" + encode + "</encode></param></t>"
+         "<t><identifier>trieDictMaxForwardTokenzier</identifier><param><encode>" + encode +
+         "</encode><dict_file>" + dict + "</dict_file>" + filters + "</param></t>"
+         "</tokenizers></analyzer></text_analyzer><lexcion_senti_scorer>" + scorer +
+         "</lexcion_senti_scorer></param></c></number_senti_classifiers>";
+}
+
+// The label scorer's block over the label lexicon `lexicon`.
+inline std::string labelScorerBlock(const std::string& lexicon) {
+  return "<identifier>senti_label_senti_scorer</identifier><param><position_weighter><x/></position_weighter>"
+         "<senti_label_extractor><identifier>simple_senti_label_extractor</identifier><param><x/></param>"
+         "</senti_label_extractor><senti_label_lexcion_file>" + lexicon + "</senti_label_lexcion_file></param>";
+}
+
 // UTF-8 text converted to GBK, for the tests that compare both encodings.
 inline std::string toGbk(const std::string& utf8) {
   iconv_t cd = iconv_open("GBK", "UTF-8");

@@ -1,7 +1,6 @@
 // Whole paths from configuration file to score, through the exported C
-// functions: the plain-C example host on a word-list configuration, and
-// dictionaries built with insert and saveTo in both encodings, for the
-// standard and the label scorer.
+// functions: dictionaries built with insert and saveTo in both encodings,
+// for the standard and the label scorer.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -19,39 +18,6 @@ using namespace vortm::testing;
 using analyzer::Token;
 
 namespace {
-
-TEST(EndToEndTest, ExampleHostScoresWithABasicTokenizerChain) {
-  // The host prints "%+.4f<TAB>text" for each text, then updates and exits.
-  std::string cmd = std::string("cd ") + VORELIN_TEST_DATA_DIR + " && " + VORELIN_EXAMPLE_HOST +
-                    " lexicon_basic.xml 'The staff were friendly' 'The room was dirty and the food bad'"
-                    " 'The room was not clean' 'great, but the driver was late and rude' 2>&1";
-  CommandRun run = runCommand(cmd);
-  const std::string& out = run.out;
-  ASSERT_EQ(0, run.code) << out;
-
-  std::vector<std::string> scores;
-  for (const std::string& line : splitLines(out))
-    if (!line.empty() && line[0] != '<') scores.push_back(line.substr(0, line.find('\t')));
-  // One word: 1 * 0.25 damping; two agreeing words: 0.5; a negated word
-  // becomes weak negative, alone -0.25; three words: (1 - 1 - 1) / 3 * 0.75
-  // (word lists give English words no conjunction tag, so "but" weighs
-  // nothing here).
-  EXPECT_EQ((std::vector<std::string>{"+0.2500", "-0.5000", "-0.2500", "-0.2500"}), scores) << out;
-}
-
-// One lexicon classifier over a basic tokenizer and a dictionary tokenizer
-// (with `filters`), scored by `scorer`.
-std::string configFor(const std::string& encode, const std::string& dict, const std::string& filters,
-                      const std::string& scorer) {
-  return "<number_senti_classifiers><c><identifier>lexcion_senti_classifier</identifier>"
-         "<number_weight type=\"numeric\">1</number_weight><param><text_analyzer><analyzer>"
-         "<encode>" + encode + "</encode><tokenizers>"
-         "<t><identifier>basicTokenzier</identifier><param><encode>" + encode + "</encode></param></t>"
-         "<t><identifier>trieDictMaxForwardTokenzier</identifier><param><encode>" + encode +
-         "</encode><dict_file>" + dict + "</dict_file>" + filters + "</param></t>"
-         "</tokenizers></analyzer></text_analyzer><lexcion_senti_scorer>" + scorer +
-         "</lexcion_senti_scorer></param></c></number_senti_classifiers>";
-}
 
 // Saves Chinese words with their tags as a dictionary in UTF-8 or GBK.
 void saveWordDict(const std::vector<std::pair<std::string, int> >& words, bool gbk, const std::string& path) {
@@ -79,7 +45,7 @@ TEST(EndToEndTest, DictionaryChainScoresAlikeInUtf8AndGbk) {
     std::string dict = dir.file(gbk ? "gbk.dict" : "utf8.dict");
     saveWordDict(words, gbk, dict);
     std::string config = dir.file(gbk ? "gbk.xml" : "utf8.xml");
-    writeFile(config, configFor(gbk ? "gbk" : "utf-8", dict,
+    writeFile(config, lexiconConfig(gbk ? "gbk" : "utf-8", dict,
                                                 "<token_filters><f><identifier>skipNegationFilter</identifier>"
                                                 "<param><x/></param></f></token_filters>",
                                                 "<identifier>std_lexcion_senti_scorer</identifier><param>"
@@ -98,11 +64,7 @@ TEST(EndToEndTest, DictionaryChainScoresAlikeInUtf8AndGbk) {
 }
 
 std::string labelConfig(const std::string& encode, const std::string& dict, const std::string& lexicon) {
-  return configFor(encode, dict, "",
-                   "<identifier>senti_label_senti_scorer</identifier><param><position_weighter><x/>"
-                   "</position_weighter><senti_label_extractor><identifier>simple_senti_label_extractor"
-                   "</identifier><param><x/></param></senti_label_extractor><senti_label_lexcion_file>" +
-                       lexicon + "</senti_label_lexcion_file></param>");
+  return lexiconConfig(encode, dict, "", labelScorerBlock(lexicon));
 }
 
 TEST(LabelEndToEndTest, LabelScorerScoresAlikeInUtf8AndGbk) {

@@ -19,6 +19,8 @@
 
 #include <gtest/gtest.h>
 
+#include "configure/BasicParamParser.h"
+#include "configure/Parameter.h"
 #include "vorelin.h"
 
 namespace vortm {
@@ -31,6 +33,15 @@ inline std::vector<std::string> splitLines(const std::string& text) {
   std::string line;
   while (std::getline(in, line)) out.push_back(line);
   return out;
+}
+
+// The root of a parameter tree read from XML text; a text that does not
+// parse fails the test and gives a null root.
+inline common::AutoPtr<configure::Parameter> parseXml(const std::string& xml) {
+  configure::BasicParamParser parser;
+  common::AutoPtr<configure::Parameter> root;
+  EXPECT_TRUE(parser.doParseFromText(xml, root)) << parser.getErrorText() << "\n" << xml;
+  return root;
 }
 
 // Captures what the library writes to std::cout (log records and printed

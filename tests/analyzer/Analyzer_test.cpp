@@ -47,7 +47,7 @@ VORTM_DECLARE_CREATOR(NumberingFilterCreator, TokenFilter, NumberingFilter, "tes
 AutoPtr<Analyzer> makeAnalyzer(const std::string& tokenizers, const std::string& extra = "") {
   vortm::common::Singleton<vortm::common::InstanceCreatorHelper<NumberingFilterCreator>,
                            vortm::common::LazyInstantiation, vortm::common::FastMutex>::instance();
-  AutoPtr<Parameter> root = parseConfig("<tokenizers>" + tokenizers + "</tokenizers>" + extra);
+  AutoPtr<Parameter> root = parseXml("<tokenizers>" + tokenizers + "</tokenizers>" + extra);
   AutoPtr<Analyzer> analyzer(new Analyzer(), true);
   EXPECT_TRUE(root && analyzer->config(*root));
   return analyzer;
@@ -88,7 +88,7 @@ TEST(AnalyzerTest, ConfigRules) {
   Analyzer analyzer;
   EXPECT_FALSE(analyzer.config(vortm::configure::ParameterNULL));
   // An unknown identifier fails the whole configuration.
-  EXPECT_FALSE(analyzer.config(*parseConfig("<tokenizers>" + chainItem("noSuchTokenzier", kUtf8) + "</tokenizers>")));
+  EXPECT_FALSE(analyzer.config(*parseXml("<tokenizers>" + chainItem("noSuchTokenzier", kUtf8) + "</tokenizers>")));
   // No tokenizer: configured, but tokenizing fails.
   AutoPtr<Analyzer> empty = makeAnalyzer("");
   TokenBuffer out;
@@ -101,9 +101,9 @@ TEST(AnalyzerTest, ConfigRules) {
 
   // Unknown encodings warn; an unknown lexer fails.
   BasicTokenizer t;
-  EXPECT_FALSE(t.config(*parseConfig(kUtf8 + "<lexer_identifier>noLexer</lexer_identifier>")));
+  EXPECT_FALSE(t.config(*parseXml(kUtf8 + "<lexer_identifier>noLexer</lexer_identifier>")));
   StdoutCapture capture;
-  EXPECT_FALSE(t.config(*parseConfig("<encode>ascii</encode>")));
+  EXPECT_FALSE(t.config(*parseXml("<encode>ascii</encode>")));
   std::map<std::string, std::string> param = {{"encode", "latin1"}}, none;
   EXPECT_FALSE(t.config(param));
   EXPECT_FALSE(t.config(none));  // no encode at all: no message

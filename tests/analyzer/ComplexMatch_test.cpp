@@ -149,7 +149,7 @@ TEST(ComplexMaxMatchTokenizerTest, LookAheadThroughAnalyzerAndConfig) {
   // where longest match alone would take 研究生 and strand 命; characters of
   // no word gather into spans.
   Analyzer analyzer;
-  ASSERT_TRUE(analyzer.config(*parseConfig("<tokenizers>" + chainItem("basicTokenzier", "<encode>utf-8</encode>") +
+  ASSERT_TRUE(analyzer.config(*parseXml("<tokenizers>" + chainItem("basicTokenzier", "<encode>utf-8</encode>") +
                                            chainItem("complexMaxMatchTokenzier", block("", "")) + "</tokenizers>")));
   EXPECT_EQ(Stream({"ok/0/1/14/1", "他/2/4/3/1", "研究/5/10/2/6", "生命/11/16/2/6", "起源/17/22/2/6",
                     "他们好/24/32/3/1"}),
@@ -159,13 +159,13 @@ TEST(ComplexMaxMatchTokenizerTest, LookAheadThroughAnalyzerAndConfig) {
   // its own; the word vectors alone are refused before any loading.
   ComplexMaxMatchTokenizer t;
   StdoutCapture capture;
-  EXPECT_TRUE(t.config(*parseConfig(block(dir.file("vec"), dir.file("net")))));
+  EXPECT_TRUE(t.config(*parseXml(block(dir.file("vec"), dir.file("net")))));
   EXPECT_EQ(Stream({" dim 2", " dim 2"}), capture.lines());
-  EXPECT_FALSE(t.config(*parseConfig(block(dir.file("vec"), ""))));
+  EXPECT_FALSE(t.config(*parseXml(block(dir.file("vec"), ""))));
   EXPECT_EQ(2u, capture.lines().size());
-  EXPECT_FALSE(t.config(*parseConfig(block(dir.file("vec"), dir.file("absent")))));
+  EXPECT_FALSE(t.config(*parseXml(block(dir.file("vec"), dir.file("absent")))));
   EXPECT_EQ(3u, capture.lines().size());  // " dim 2" of the word vectors only
-  EXPECT_FALSE(t.config(*parseConfig("<encode>gbk</encode><dict_file>" + dir.file("absent") + "</dict_file>")));
+  EXPECT_FALSE(t.config(*parseXml("<encode>gbk</encode><dict_file>" + dir.file("absent") + "</dict_file>")));
   ASSERT_EQ(5u, capture.lines().size());
   EXPECT_TRUE(
       isLogRecord(capture.lines()[4], "Warn", "101", "Unable to Load TRIE Dict from File " + dir.file("absent")));

@@ -25,7 +25,7 @@ std::string dictItem(const TempDir& dir, const std::string& name, const std::str
 TEST(MaxForwardTokenizerTest, ChainOfTwoDictionariesAndConfigFailures) {
   TempDir dir;
   Analyzer analyzer;
-  ASSERT_TRUE(analyzer.config(*parseConfig("<tokenizers>" + dictItem(dir, "first", "中文", 0x0206) +
+  ASSERT_TRUE(analyzer.config(*parseXml("<tokenizers>" + dictItem(dir, "first", "中文", 0x0206) +
                                            dictItem(dir, "second", "分词", 0x0207) + "</tokenizers>")));
   // Words carry type and tag from the value; what the first leaves goes to
   // the second with its offset, and the rest stays a span.
@@ -43,11 +43,11 @@ TEST(MaxForwardTokenizerTest, ChainOfTwoDictionariesAndConfigFailures) {
   EXPECT_FALSE(bare.insertWord("a", Token::TT_CH_WORD, Token::TG_POSITIVE));
   StdoutCapture capture;
   // No "dict_file": false without a word.
-  EXPECT_FALSE(bare.config(*parseConfig("<encode>utf-8</encode>")));
+  EXPECT_FALSE(bare.config(*parseXml("<encode>utf-8</encode>")));
   EXPECT_TRUE(capture.lines().empty());
   // A missing file: the dictionary's warning, then the tokenizer's.
   std::string missing = dir.file("absent.dict");
-  EXPECT_FALSE(bare.config(*parseConfig("<encode>gbk</encode><dict_file>" + missing + "</dict_file>")));
+  EXPECT_FALSE(bare.config(*parseXml("<encode>gbk</encode><dict_file>" + missing + "</dict_file>")));
   Stream lines = capture.lines();
   ASSERT_EQ(2u, lines.size());
   EXPECT_TRUE(isLogRecord(lines[0], "Warn", "101", "Unable to Open File" + missing +
@@ -60,7 +60,7 @@ TEST(MaxForwardTokenizerTest, UserWordsAttachAndDetach) {
   TempDir dir;
   Analyzer analyzer;
   ASSERT_TRUE(analyzer.config(
-      *parseConfig("<tokenizers>" + dictItem(dir, "zh", "中文", 0x0206) + "</tokenizers><encode>UTF8</encode>")));
+      *parseXml("<tokenizers>" + dictItem(dir, "zh", "中文", 0x0206) + "</tokenizers><encode>UTF8</encode>")));
   Tokenizer* oldHead = analyzer.getTokenizer().get();
   const Stream before = analyze(analyzer, "中文好手机");
   // User words win over the chain; their value is type | tag in the low
@@ -77,12 +77,12 @@ TEST(MaxForwardTokenizerTest, UserWordsAttachAndDetach) {
 
   // The encoding is compared as written: "Utf-8" is refused.
   Analyzer other;
-  ASSERT_TRUE(other.config(*parseConfig("<encode>Utf-8</encode>")));
+  ASSERT_TRUE(other.config(*parseXml("<encode>Utf-8</encode>")));
   EXPECT_FALSE(other.attachUserWords({"x"}, Token::TT_USER_WORD, Token::TG_TARGET));
   EXPECT_FALSE(other.getTokenizer());
   // With no chain the user words alone make one; detaching would leave none,
   // and the assertion ends the process.
-  ASSERT_TRUE(other.config(*parseConfig("<encode>GBK</encode>")));
+  ASSERT_TRUE(other.config(*parseXml("<encode>GBK</encode>")));
   ASSERT_TRUE(other.attachUserWords({"\xC4\xE3"}, Token::TT_USER_WORD, Token::TG_TARGET));
   EXPECT_EQ(Stream({"\xC4\xE3/0/1/0/29", "a/2/2/3/1"}), analyze(other, "\xC4\xE3" "a"));
   EXPECT_DEATH(other.detachPreTokenizer(), "postTokenizerPtr");

@@ -100,7 +100,7 @@ TEST(BasicWeiboTokenizerTest, TopicsAndMentions) {
 TEST(ChNGramTokenizerTest, CountsAndLimits) {
   auto ngrams = [](const std::string& settings, const std::string& text) {
     ChNGramTokenizer t;
-    EXPECT_TRUE(t.config(*parseConfig("<encode>utf-8</encode>" + settings)));
+    EXPECT_TRUE(t.config(*parseXml("<encode>utf-8</encode>" + settings)));
     TokenBuffer out;
     EXPECT_TRUE(t.doTokenize(text, out, false, 0));
     return tokenStream(out);

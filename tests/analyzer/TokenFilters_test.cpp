@@ -50,19 +50,19 @@ TEST(TokenFilterTest, EnglishWordsAreTaggedByTheirLists) {
   // One-byte words go; "fine" is on both lists and counts as positive; the
   // stop word stays, only tagged; a non-English token is left alone.
   BasicEWordTokenFilter filter;
-  ASSERT_TRUE(filter.config(*parseConfig(files)));
+  ASSERT_TRUE(filter.config(*parseXml(files)));
   EXPECT_EQ(Stream({"-", "ab/1", "good/6", "fine/6", "not/16", "the/17", "bad/7", "X/1"}), run(filter, input));
   // Without lower-casing the lower-case lists miss "GOOD"; a clone keeps
   // the flag and shares the lists.
   BasicEWordTokenFilter asIs;
-  ASSERT_TRUE(asIs.config(*parseConfig(files + "<to_lowcase>FALSE</to_lowcase>")));
+  ASSERT_TRUE(asIs.config(*parseXml(files + "<to_lowcase>FALSE</to_lowcase>")));
   const Stream unfolded = {"-", "ab/1", "GOOD/1", "fine/6", "Not/1", "the/17", "Bad/1", "X/1"};
   EXPECT_EQ(unfolded, run(asIs, input));
   EXPECT_EQ(unfolded, run(*asIs.cloneIgnoringState(), input));
   // An unreadable list fails the configuration and names the file.
   StdoutCapture capture;
   EXPECT_FALSE(
-      BasicEWordTokenFilter().config(*parseConfig("<en_stopword_file>" + dir.file("no") + "</en_stopword_file>")));
+      BasicEWordTokenFilter().config(*parseXml("<en_stopword_file>" + dir.file("no") + "</en_stopword_file>")));
   ASSERT_EQ(1u, capture.lines().size());
   EXPECT_TRUE(isLogRecord(capture.lines()[0], "Warn", "101", "Failed to Load English Stopwords From" + dir.file("no") +
                                                                   ": No such file or directory"));
@@ -117,7 +117,7 @@ TEST(TokenFilterTest, NegationScopes) {
   // that list but not the open scope of the original.
   TempDir dir;
   SkipNegationTokenFilter afterOnly;
-  ASSERT_TRUE(afterOnly.config(*parseConfig(listSetting(dir, "after_only_degree_words_file", "bu\n"))));
+  ASSERT_TRUE(afterOnly.config(*parseXml(listSetting(dir, "after_only_degree_words_file", "bu\n"))));
   Token mei("mei", 3, 5, Token::TT_CH_WORD, Token::TG_NEGATION);
   EXPECT_EQ(Stream({"bu/15", "good/6", "mei/15"}), run(afterOnly, {negation(3, 5), good(7), mei}));
   AutoPtr<TokenFilter> clone = afterOnly.cloneIgnoringState();
@@ -128,14 +128,14 @@ TEST(TokenFilterTest, NegationScopes) {
 TEST(TokenFilterTest, NgramsInsideAndBehindANegationAreDropped) {
   TempDir dir;
   BasicNgramTokenFilter filter;
-  ASSERT_TRUE(filter.config(*parseConfig(listSetting(dir, "ch_negation_word_file", "\xE4\xB8\x8D\n"))));
+  ASSERT_TRUE(filter.config(*parseXml(listSetting(dir, "ch_negation_word_file", "\xE4\xB8\x8D\n"))));
   // Only n-grams are thinned: the word token at 7 stays.
   EXPECT_EQ(Stream({"g3/1", "\xE4\xB8\x8D/1", "g6/1", "-", "-", "-", "w/1", "g10/1"}),
             run(filter, {ngram(3), Token("\xE4\xB8\x8D", 6, 8, Token::TT_NGRAM), ngram(6), ngram(7), ngram(8),
                          ngram(9), Token("w", 7, 7), ngram(10)}));
   StdoutCapture capture;
   EXPECT_FALSE(BasicNgramTokenFilter().config(
-      *parseConfig("<ch_negation_word_file>" + dir.file("no") + "</ch_negation_word_file>")));
+      *parseXml("<ch_negation_word_file>" + dir.file("no") + "</ch_negation_word_file>")));
   ASSERT_EQ(1u, capture.lines().size());
   EXPECT_TRUE(isLogRecord(capture.lines()[0], "Warn", "101", "Failed to Load Negation Words From" + dir.file("no") +
                                                                   ": No such file or directory"));

@@ -10,7 +10,7 @@
 #include "analyzer/Dict.h"
 #include "common/CreatorRegister.h"
 #include "common/InstanceCreator.h"
-#include "configure/BasicParamParser.h"
+#include "TestSupport.h"
 
 namespace vortm {
 namespace testing {
@@ -27,13 +27,6 @@ inline Stream tokenStream(analyzer::TokenBuffer& buffer) {
                   std::to_string(t.type) + "/" + std::to_string(t.tag));
   }
   return out;
-}
-
-// The root of a parameter tree read from XML text; null if it does not parse.
-inline common::AutoPtr<configure::Parameter> parseConfig(const std::string& xml) {
-  configure::BasicParamParser parser;
-  common::AutoPtr<configure::Parameter> root;
-  return parser.doParseFromText(xml, root) ? root : common::AutoPtr<configure::Parameter>();
 }
 
 // One entry of a "tokenizers" or "token_filters" list.

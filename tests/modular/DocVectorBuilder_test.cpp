@@ -6,7 +6,6 @@
 
 #include "SavedBytes.h"
 #include "TestSupport.h"
-#include "configure/BasicParamParser.h"
 #include "modular/StandardDocVectorBuilder.h"
 
 using namespace vortm;
@@ -26,11 +25,7 @@ class DocVectorBuilderTest : public ::testing::Test {
               SavedBytes().u32(100).u32(3).word("5aW9", 3, 10).word("5beu", 1, 2).word("6L+Y6KGM", 7, 9).bytes());
   }
 
-  configure::Parameter& parse(const std::string& xml) {
-    configure::BasicParamParser parser;
-    EXPECT_TRUE(parser.doParseFromText(xml, m_root));
-    return *m_root;
-  }
+  configure::Parameter& parse(const std::string& xml) { return *(m_root = parseXml(xml)); }
 
   std::string builderXml(const std::string& weighting, const std::string& norm) {
     std::string xml = "<b><identifier>standard_doc_vec_builder</identifier><param><vocabulary_file>" +

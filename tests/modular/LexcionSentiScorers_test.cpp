@@ -35,7 +35,7 @@ using Lexicon = WeightedLexcionSentiScorer::WeightedSentiLexcion;
 
 TEST(StandardScorerTest, WorkedCases) {
   StandardLexcionSentiScorer scorer;
-  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><but_conj_boost type=\"float\">2.0</but_conj_boost>"
+  ASSERT_TRUE(scorer.config(*parseXml("<position_weighter><but_conj_boost type=\"float\">2.0</but_conj_boost>"
                                         "</position_weighter>")));
   const std::pair<const char*, double> cases[] = {
       // S / A damped by 0.25 per polar word up to four: none, one, two, four, mixed.
@@ -59,30 +59,30 @@ TEST(StandardScorerTest, WeighterSettingsAndFailures) {
   // A quoted polar word weighs 0 here: it adds nothing but still counts, so
   // the lone unquoted word scores 1 x 2 x 0.25. A second config keeps that weighter.
   StandardLexcionSentiScorer scorer;
-  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><quota_penalty type=\"float\">0.0</quota_penalty>"
+  ASSERT_TRUE(scorer.config(*parseXml("<position_weighter><quota_penalty type=\"float\">0.0</quota_penalty>"
                                         "</position_weighter>")));
   EXPECT_DOUBLE_EQ(0.5, scoreItems(scorer, "good/6 < bad/7 >"));
-  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><quota_penalty type=\"float\">1.0</quota_penalty>"
+  ASSERT_TRUE(scorer.config(*parseXml("<position_weighter><quota_penalty type=\"float\">1.0</quota_penalty>"
                                         "</position_weighter>")));
   EXPECT_DOUBLE_EQ(0.5, scoreItems(scorer, "good/6 < bad/7 >"));
 
   // Without "position_weighter" config succeeds but scoring has no weights.
   StandardLexcionSentiScorer bare;
-  ASSERT_TRUE(bare.config(*parseParam("<something>x</something>")));
+  ASSERT_TRUE(bare.config(*parseXml("<something>x</something>")));
   std::vector<Token> tokens = toks("good/6");
   double s = 0.0;
   EXPECT_THROW(bare.getSentiScore(tokens, s), std::runtime_error);
 
   // The registry refuses an unknown or missing identifier and drops the old scorer.
   AutoPtr<ILexcionSentiScorer> made(new StandardLexcionSentiScorer(), true);
-  EXPECT_FALSE(ILexcionSentiScorer::configLexcionSentiScorer(*parseParam("<identifier>nope</identifier>"), made));
+  EXPECT_FALSE(ILexcionSentiScorer::configLexcionSentiScorer(*parseXml("<identifier>nope</identifier>"), made));
   EXPECT_TRUE(made.get() == nullptr);
-  EXPECT_FALSE(ILexcionSentiScorer::configLexcionSentiScorer(*parseParam("<param>x</param>"), made));
+  EXPECT_FALSE(ILexcionSentiScorer::configLexcionSentiScorer(*parseXml("<param>x</param>"), made));
 }
 
 TEST(StandardScorerTest, ExplanationComesFromTheScoringPass) {
   StandardLexcionSentiScorer scorer;
-  ASSERT_TRUE(scorer.config(*parseParam("<position_weighter><quota_penalty type=\"float\">0.5</quota_penalty>"
+  ASSERT_TRUE(scorer.config(*parseXml("<position_weighter><quota_penalty type=\"float\">0.5</quota_penalty>"
                                         "<question_mark_penalty type=\"float\">0.5</question_mark_penalty>"
                                         "<position_aware>true</position_aware></position_weighter>")));
   const char* cases[] = {"", "a a", "a/10 a/6 a a/7", "x/6 but/but y/7 z/15 w/8 .",
@@ -139,7 +139,7 @@ class WeightedScorerTest : public ::testing::Test {
       xml += "<" + key + ">" + m_dir.file(key) + "</" + key + ">";
     }
     StdoutCapture quiet;
-    ASSERT_TRUE(m_scorer.config(*parseParam(xml)));
+    ASSERT_TRUE(m_scorer.config(*parseXml(xml)));
   }
 
   double score(const std::string& items) { return scoreItems(m_scorer, items); }
@@ -264,7 +264,7 @@ TEST(WeightedLexiconTest, ConfigFailuresAndOptionalLists) {
   const auto configure = [](const std::string& xml, std::vector<std::string>& log) {
     WeightedLexcionSentiScorer scorer;
     StdoutCapture capture;
-    const bool ok = scorer.config(*parseParam(xml));
+    const bool ok = scorer.config(*parseXml(xml));
     log = capture.lines();
     return ok;
   };
@@ -294,7 +294,7 @@ TEST(WeightedLexiconTest, ConfigFailuresAndOptionalLists) {
   saveLexicon(dir.file("ok.lex"), {});
   WeightedLexcionSentiScorer scorer;
   StdoutCapture quiet;
-  ASSERT_TRUE(scorer.config(*parseParam("<weighted_lexcion_file>" + dir.file("ok.lex") +
+  ASSERT_TRUE(scorer.config(*parseXml("<weighted_lexcion_file>" + dir.file("ok.lex") +
                                         "</weighted_lexcion_file><negation_senti_words_file>" +
                                         dir.file("none.txt") + "</negation_senti_words_file>")));
   std::vector<Token> tokens = toks("a/7 , x/but a/6");
@@ -317,7 +317,7 @@ double score(ITargetAwareLexcionSentiScorer& scorer, const std::string& items, c
 TEST(TargetAwareScorerTest, StandardScoringNearTheTarget) {
   // No position_weighter and no target_aware_position_weighter: both fine.
   TargetAwareStandardLexcionSentiScorer scorer;
-  ASSERT_TRUE(scorer.config(*parseParam("<none></none>")));
+  ASSERT_TRUE(scorer.config(*parseXml("<none></none>")));
   const std::string text = "good/6 phone/target x bad/7";
   // No targets, a target not in the text, or one only on an untagged token: all weights 0.
   EXPECT_DOUBLE_EQ(0.0, score(scorer, text, {}));
@@ -355,11 +355,11 @@ TEST(TargetAwareScorerTest, WeightedScoringAndRegistry) {
   // The base's failure is the only one.
   {
     StdoutCapture quiet;
-    EXPECT_FALSE(made->config(*parseParam("<weighted_lexcion_file>" + dir.file("none.lex") +
+    EXPECT_FALSE(made->config(*parseXml("<weighted_lexcion_file>" + dir.file("none.lex") +
                                           "</weighted_lexcion_file>")));
   }
   TargetAwareWeightedLexcionSentiScorer scorer;
-  ASSERT_TRUE(scorer.config(*parseParam("<weighted_lexcion_file>" + dir.file("w.lex") + "</weighted_lexcion_file>")));
+  ASSERT_TRUE(scorer.config(*parseXml("<weighted_lexcion_file>" + dir.file("w.lex") + "</weighted_lexcion_file>")));
   EXPECT_DOUBLE_EQ(0.0, score(scorer, "good/6 phone/target x bad/7", {}));
   EXPECT_DOUBLE_EQ(0.0, score(scorer, "phone/target", {"phone"}));
   // Weights normalised to average 1 over four tokens: raw 3, 4.1, 3 and 2

@@ -77,7 +77,7 @@ TEST(PositionWeighterTest, SentiOrientedFactors) {
   };
   modular::SentiOrientedPositionWeighter w;
   for (const Case& c : cases) {
-    ASSERT_TRUE(w.config(*parseParam(c.config.empty() ? "<none>0</none>" : c.config)));
+    ASSERT_TRUE(w.config(*parseXml(c.config.empty() ? "<none>0</none>" : c.config)));
     expectWeights(c.expected, weigh(w, c.tokens), c.config + " | " + c.tokens);
   }
 }
@@ -120,7 +120,7 @@ TEST(PositionWeighterTest, TargetPropagation) {
 
 TEST(PositionWeighterTest, SentiOrientedTargetAwareMultipliesBoth) {
   modular::SentiOrientedTargetAwarePositionWeighter w;
-  ASSERT_TRUE(w.config(*parseParam("<but_conj_boost type=\"float\">3.0</but_conj_boost>")));
+  ASSERT_TRUE(w.config(*parseXml("<but_conj_boost type=\"float\">3.0</but_conj_boost>")));
   // Target weights for three tokens (L = 3.1) scaled to sum 3, then the
   // configured boost from the but-word on; without targets all 1.0, no boost.
   const std::vector<double> t = scaled({1 - 2.1 / 3.1, 1 - 1.1 / 3.1, 1.0});

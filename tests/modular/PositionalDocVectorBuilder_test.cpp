@@ -43,7 +43,7 @@ class PositionalBuilderTest : public ::testing::Test {
     for (const char* w : {"not", "good", "bad", "food", "service"}) vocabulary.addUserWord(w, 30, 30);
     vocabulary.setDocCount(100);
     ASSERT_TRUE(vocabulary.writeTo(m_dir.file("v")));
-    m_param = parseParam("<p><vocabulary_file>" + m_dir.file("v") +
+    m_param = parseXml("<p><vocabulary_file>" + m_dir.file("v") +
                          "</vocabulary_file><word_weighting_method>bool</word_weighting_method>"
                          "<normalize_method>none</normalize_method></p>");
     m_ids = vocabulary;
@@ -95,7 +95,7 @@ TEST_F(PositionalBuilderTest, CountsAreSumsOfPositionWeights) {
   modular::PositionalDocVectorBuilder noVocabulary(
       AutoPtr<IWordWeighter>(), AutoPtr<IPositionWeighter>(new FixedWeighter({}), true));
   StdoutCapture quiet;
-  EXPECT_FALSE(noVocabulary.config((*parseParam("<p><vocabulary_file>/nonexistent</vocabulary_file></p>"))["p"]));
+  EXPECT_FALSE(noVocabulary.config((*parseXml("<p><vocabulary_file>/nonexistent</vocabulary_file></p>"))["p"]));
 }
 
 TEST_F(PositionalBuilderTest, TargetAwareCountsSpreadFromTheTargets) {

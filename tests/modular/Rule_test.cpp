@@ -9,7 +9,6 @@
 
 #include "TestSupport.h"
 #include "analyzer/TokenBuffer.h"
-#include "configure/BasicParamParser.h"
 #include "modular/RuleParser.h"
 #include "modular/RuleSet.h"
 
@@ -163,9 +162,8 @@ TEST(RuleTest, RuleSetTagsKeywordsAndRanksClasses) {
   const std::string analyzerXml =
       "<text_analyzer><analyzer><encode>utf-8</encode><tokenizers><tokenizer><identifier>basicTokenzier"
       "</identifier><param><encode>utf-8</encode></param></tokenizer></tokenizers></analyzer></text_analyzer>";
-  vortm::configure::BasicParamParser params;
-  AutoPtr<vortm::configure::Parameter> root;
-  ASSERT_TRUE(params.doParseFromText(analyzerXml, root));
+  AutoPtr<vortm::configure::Parameter> root = vortm::testing::parseXml(analyzerXml);
+  ASSERT_TRUE(root);
   std::string rulesXml = ruleXml("complaint/delivery", "OR", "OR:快递 物流 late") + ruleXml("complaint/price", "OR", "OR:贵");
   rulesXml.replace(rulesXml.find("</rules><rules>"), 15, "");
   std::vector<AutoPtr<Rule> > rules;

@@ -29,7 +29,7 @@ AutoPtr<SentiLabelExtractor> configured() {
   writeFile(dir.file("sentineg.txt"), "lack\n");
   writeFile(dir.file("degree.txt"), "very 2\nquite 2\nquite\t4\nzero 0\nseven 7\nbare\n");
   AutoPtr<SentiLabelExtractor> ex(new SimpleSentiLabelExtractor(), true);
-  EXPECT_TRUE(ex->config(*parseParam("<inter_words_file>" + dir.file("inter.txt") +
+  EXPECT_TRUE(ex->config(*parseXml("<inter_words_file>" + dir.file("inter.txt") +
                                      "</inter_words_file><negation_senti_words_file>" + dir.file("negsenti.txt") +
                                      "</negation_senti_words_file><senti_negation_words_file>" +
                                      dir.file("sentineg.txt") + "</senti_negation_words_file>"
@@ -154,13 +154,13 @@ TEST(SentiLabelExtractorTest, WordListsAreLoadedOncePerProcess) {
   // Other files, even missing ones, are never read: the first lists stay.
   SimpleSentiLabelExtractor other;
   StdoutCapture log;
-  ASSERT_TRUE(other.config(*parseParam("<inter_words_file>/nonexistent/a</inter_words_file>"
+  ASSERT_TRUE(other.config(*parseXml("<inter_words_file>/nonexistent/a</inter_words_file>"
                                        "<senti_degree_words_file>/nonexistent/b</senti_degree_words_file>")));
   EXPECT_EQ("", log.str());
   EXPECT_EQ("|very:11 [g]", show(run(other, "very/20 g/6")));
   // A broken analyzer block fails with its own message.
   SimpleSentiLabelExtractor broken;
-  EXPECT_FALSE(broken.config(*parseParam("<text_analyzer_for_senti_label_extract><analyzer><encode>utf-8</encode><tokenizers><t>"
+  EXPECT_FALSE(broken.config(*parseXml("<text_analyzer_for_senti_label_extract><analyzer><encode>utf-8</encode><tokenizers><t>"
                                          "<identifier>trieDictMaxForwardTokenzier</identifier><param><encode>utf-8"
                                          "</encode><dict_file>/nonexistent</dict_file></param></t></tokenizers>"
                                          "</analyzer></text_analyzer_for_senti_label_extract>")));

@@ -41,7 +41,7 @@ class LabelScorerTest : public ::testing::Test {
                                                     {"small", -0.4}}));
     writeFile(m_dir.file("after_only.txt"), "indeed\n");
     writeFile(m_dir.file("before_only.txt"), "so\n");
-    ASSERT_TRUE(m_scorer.config(*parseParam(config(m_dir.file("lex.bin")))));
+    ASSERT_TRUE(m_scorer.config(*parseXml(config(m_dir.file("lex.bin")))));
   }
 
   std::string config(const std::string& lexicon) {
@@ -209,7 +209,7 @@ TEST_F(LabelScorerTest, LexiconFileAndConfigFailures) {
   for (const auto& f : failures) {
     SentiLabelSentiScorer scorer;
     StdoutCapture log;
-    EXPECT_FALSE(scorer.config(*parseParam(f.xml))) << f.xml;
+    EXPECT_FALSE(scorer.config(*parseXml(f.xml))) << f.xml;
     std::vector<std::string> lines = log.lines();
     ASSERT_EQ(f.messages.size(), lines.size()) << log.str();
     for (size_t i = 0; i < lines.size(); ++i) EXPECT_TRUE(isLogRecord(lines[i], "Warn", "101", f.messages[i])) << lines[i];

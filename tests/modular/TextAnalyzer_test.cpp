@@ -34,7 +34,7 @@ TEST(TextAnalyzerTest, Tokenize) {
   // Terms, offsets, types and tags as analysed; stale tokens are replaced,
   // and an empty text yields none.
   AutoPtr<TextAnalyzer> text;
-  ASSERT_TRUE(TextAnalyzer::configTextAnalyzer(*parseParam(kBasicAnalyzer), text));
+  ASSERT_TRUE(TextAnalyzer::configTextAnalyzer(*parseXml(kBasicAnalyzer), text));
   std::vector<Token> tokens(2);
   ASSERT_TRUE(text->tokenizeText("Nice day? \xE3\x80\x82ok", tokens, true));
   EXPECT_EQ("Nice/0-3/14/1 day/5-7/14/1 ?/8-8/13/1 \xE3\x80\x82/10-12/9/1 ok/13-14/14/1 ", describe(tokens));
@@ -48,14 +48,14 @@ TEST(TextAnalyzerTest, FailedConfigIsKept) {
     StdoutCapture capture;
     const char* unknown = "<analyzer><tokenizers><item><identifier>noSuchTokenzier</identifier></item></tokenizers>"
                           "</analyzer>";
-    EXPECT_FALSE(TextAnalyzer::configTextAnalyzer(*parseParam(unknown), text));
+    EXPECT_FALSE(TextAnalyzer::configTextAnalyzer(*parseXml(unknown), text));
     ASSERT_EQ(1u, capture.lines().size());
     EXPECT_TRUE(isLogRecord(capture.lines()[0], "Warn", "101", "Failed to Configure Analyzer"));
   }
   // The unconfigured object is handed out, a later config takes the early
   // exit, and tokenizing fails with the vector emptied.
   ASSERT_TRUE(text.get() != nullptr);
-  EXPECT_TRUE(text->config(*parseParam(kBasicAnalyzer)));
+  EXPECT_TRUE(text->config(*parseXml(kBasicAnalyzer)));
   std::vector<Token> tokens(1);
   EXPECT_FALSE(text->tokenizeText("Nice", tokens, true));
   EXPECT_TRUE(tokens.empty());

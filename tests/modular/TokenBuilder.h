@@ -10,8 +10,7 @@
 
 #include "analyzer/Token.h"
 #include "common/AutoPtr.h"
-#include "configure/BasicParamParser.h"
-#include "configure/Parameter.h"
+#include "TestSupport.h"
 #include "modular/ILexcionSentiScorer.h"
 
 namespace vortm {
@@ -44,13 +43,6 @@ inline std::vector<analyzer::Token> toks(const std::string& items) {
                      static_cast<Token::TTag>(tg));
   }
   return out;
-}
-
-inline common::AutoPtr<configure::Parameter> parseParam(const std::string& xml) {
-  configure::BasicParamParser parser;
-  common::AutoPtr<configure::Parameter> root;
-  EXPECT_TRUE(parser.doParseFromText(xml, root)) << xml;
-  return root;
 }
 
 // The score of hand-built tokens; a failed call fails the test.

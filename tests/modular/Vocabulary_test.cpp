@@ -24,6 +24,13 @@ Token word(const std::string& term, Token::TType type = Token::TT_CH_WORD, Token
   return Token(term, 0, static_cast<int>(term.size()) - 1, type, tag);
 }
 
+// The ids of the words, -1 for those not in the vocabulary.
+std::vector<int> ids(const Vocabulary& v, const std::vector<std::string>& words) {
+  std::vector<int> out;
+  for (const std::string& w : words) out.push_back(v.getWordId(w));
+  return out;
+}
+
 }  // namespace
 
 TEST(VocabularyTest, ReadsHandWrittenFileAndWritesTheSameBytes) {
@@ -39,10 +46,7 @@ TEST(VocabularyTest, ReadsHandWrittenFileAndWritesTheSameBytes) {
   ASSERT_TRUE(v.loadFrom(dir.file("v")));
   EXPECT_EQ(v.getDocCount(), 100u);
   ASSERT_EQ(v.size(), 3);
-  EXPECT_EQ(v.getWordId("好"), 0);
-  EXPECT_EQ(v.getWordId("差"), 1);
-  EXPECT_EQ(v.getWordId("movie"), 2);
-  EXPECT_EQ(v.getWordId("missing"), -1);
+  EXPECT_EQ(ids(v, {"好", "差", "movie", "missing"}), (std::vector<int>{0, 1, 2, -1}));
   // df is stored before tf, and files add 1.0 to df in the idf
   EXPECT_EQ(v.getWordInfos()[0].df, 3u);
   EXPECT_EQ(v.getWordInfos()[0].tf, 7u);
@@ -109,8 +113,7 @@ TEST(VocabularyTest, EnglishWordsAreDroppedAtSaving) {
   Vocabulary back;
   ASSERT_TRUE(back.loadFrom(dir.file("v")));
   EXPECT_EQ(back.size(), 2);
-  EXPECT_EQ(back.getWordId("abc"), 0);
-  EXPECT_EQ(back.getWordId("好"), 1);
+  EXPECT_EQ(ids(back, {"abc", "好"}), (std::vector<int>{0, 1}));
 }
 
 TEST(VocabularyTest, UserWordsMergeAndResize) {
@@ -145,9 +148,7 @@ TEST(VocabularyTest, UserWordsMergeAndResize) {
   EXPECT_EQ(v.getWordId("好"), 0);
   v.deleteUserWord("x1");
   EXPECT_EQ(v.size(), 3);
-  EXPECT_EQ(v.getWordId("x1"), -1);
-  EXPECT_EQ(v.getWordId("x2"), 1);
-  EXPECT_EQ(v.getWordId("x3"), 2);
+  EXPECT_EQ(ids(v, {"x1", "x2", "x3"}), (std::vector<int>{-1, 1, 2}));
   EXPECT_EQ(v.getWordInfos()[2].word, "x3");
 
   Vocabulary other;
@@ -161,8 +162,7 @@ TEST(VocabularyTest, UserWordsMergeAndResize) {
   EXPECT_EQ(v.getWordInfos()[0].word, "常见");  // sorted by falling df
   v.resize(2);
   ASSERT_EQ(v.size(), 2);
-  EXPECT_EQ(v.getWordId("常见"), 0);
-  EXPECT_EQ(v.getWordId("好"), 1);  // df 3 after the merge
+  EXPECT_EQ(ids(v, {"常见", "好"}), (std::vector<int>{0, 1}));  // 好: df 3 after the merge
   EXPECT_EQ(v.getWordInfos()[1].tf, 6u);
   v.resize(5);  // not below the size: nothing happens
   EXPECT_EQ(v.size(), 2);
@@ -175,12 +175,9 @@ TEST(VocabularyTest, ExcludeFilterAndBuild) {
   Token en = word("good", Token::TT_EN_WORD);
   Token enDigits = word("g00d", Token::TT_EN_WORD);
   Token enLong = word(std::string(51, 'a'), Token::TT_EN_WORD);
-  EXPECT_TRUE(analyzer::isExcludeForVocab(symbol));
-  EXPECT_TRUE(analyzer::isExcludeForVocab(stop));
-  EXPECT_FALSE(analyzer::isExcludeForVocab(ch));
-  EXPECT_FALSE(analyzer::isExcludeForVocab(en));
-  EXPECT_TRUE(analyzer::isExcludeForVocab(enDigits));
-  EXPECT_TRUE(analyzer::isExcludeForVocab(enLong));
+  std::vector<bool> excluded;
+  for (Token* t : {&symbol, &stop, &ch, &en, &enDigits, &enLong}) excluded.push_back(analyzer::isExcludeForVocab(*t));
+  EXPECT_EQ(excluded, (std::vector<bool>{true, true, false, false, true, true}));
 
   // One-byte tokens never count, whatever the filter says.
   Vocabulary v;

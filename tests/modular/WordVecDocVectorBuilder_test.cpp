@@ -42,7 +42,7 @@ class WordVecTest : public ::testing::Test {
   AutoPtr<IDocVectorBuilder> make(const std::string& identifier, const std::string& fileKey,
                                   const std::string& content, bool* ok = nullptr) {
     writeFile(m_dir.file("f"), content);
-    m_root = parseParam("<b><identifier>" + identifier + "</identifier><param><vocabulary_file>" +
+    m_root = parseXml("<b><identifier>" + identifier + "</identifier><param><vocabulary_file>" +
                         m_dir.file("v") + "</vocabulary_file><word_weighting_method>bool</word_weighting_method>" +
                         "<normalize_method>none</normalize_method><" + fileKey + ">" + m_dir.file("f") + "</" +
                         fileKey + "></param></b>");
@@ -95,12 +95,7 @@ TEST_F(WordVecTest, AveragesUnitEmbeddingsOfKnownWords) {
 
   // From a Text, the term weights are used as they are.
   modular::Text text;
-  text.m_terms.push_back(modular::TextTerm());
-  text.m_terms.back().term = "aaa";
-  text.m_terms.back().weight = 3.0f;
-  text.m_terms.push_back(modular::TextTerm());
-  text.m_terms.back().term = "ccc";
-  text.m_terms.back().weight = 1.0f;
+  text.m_terms = {modular::TextTerm("aaa", 0, 3.0f), modular::TextTerm("ccc", 0, 1.0f)};
   ASSERT_TRUE(builder->buildDocVec(text, v));
   EXPECT_DOUBLE_EQ(at(v, 0), (3.0 + 0.6) / 4);
 }

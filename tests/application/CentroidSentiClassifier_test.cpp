@@ -7,7 +7,6 @@
 #include "../modular/SavedBytes.h"
 #include "TestSupport.h"
 #include "application/CentroidSentiClassifier.h"
-#include "configure/BasicParamParser.h"
 
 using namespace vortm;
 using namespace vortm::testing;
@@ -46,11 +45,7 @@ class CentroidClassifierTest : public ::testing::Test {
     return xml + "</senti_centroid_files>";
   }
 
-  const configure::Parameter& parse(const std::string& xml) {
-    configure::BasicParamParser parser;
-    EXPECT_TRUE(parser.doParseFromText(xml, m_root));
-    return *m_root;
-  }
+  const configure::Parameter& parse(const std::string& xml) { return *(m_root = parseXml(xml)); }
 
   TempDir m_dir;
   AutoPtr<configure::Parameter> m_root;

@@ -9,8 +9,7 @@
 #include "common/AutoPtr.h"
 #include "common/InstanceCreator.h"
 #include "common/Singleton.h"
-#include "configure/BasicParamParser.h"
-#include "configure/Parameter.h"
+#include "TestSupport.h"
 
 namespace vortm {
 namespace testing {
@@ -46,13 +45,6 @@ VORTM_DECLARE_CREATOR(FixedScoreClassifierCreator, application::ISentiClassifier
 
 inline void registerFixedScoreClassifier() {
   common::Singleton<common::InstanceCreatorHelper<FixedScoreClassifierCreator> >::instance();
-}
-
-inline common::AutoPtr<configure::Parameter> parse(const std::string& text) {
-  configure::BasicParamParser parser;
-  common::AutoPtr<configure::Parameter> root;
-  EXPECT_TRUE(parser.doParseFromText(text, root)) << text;
-  return root;
 }
 
 // One member block of a combined configuration, and the list around members.

@@ -49,7 +49,7 @@ TEST_F(LexcionClassifierTest, ConfigFailures) {
   // No scorer block: config succeeds, classify fails with the score reset,
   // except on an empty text, which is not tokenized at all.
   SentiLexcionSentiClassifier c;
-  ASSERT_TRUE(c.config(*parse(analyzerBlock(""))));
+  ASSERT_TRUE(c.config(*parseXml(analyzerBlock(""))));
   double score = 5.0;
   EXPECT_FALSE(c.classify("good", score));
   EXPECT_EQ(0.0, score);
@@ -59,8 +59,8 @@ TEST_F(LexcionClassifierTest, ConfigFailures) {
 
   // A missing analyzer or an unknown scorer fails config with one record.
   StdoutCapture capture;
-  EXPECT_FALSE(SentiLexcionSentiClassifier().config(*parse(scorerBlock("std_lexcion_senti_scorer"))));
-  EXPECT_FALSE(SentiLexcionSentiClassifier().config(*parse(analyzerBlock("") + scorerBlock("no_such_scorer"))));
+  EXPECT_FALSE(SentiLexcionSentiClassifier().config(*parseXml(scorerBlock("std_lexcion_senti_scorer"))));
+  EXPECT_FALSE(SentiLexcionSentiClassifier().config(*parseXml(analyzerBlock("") + scorerBlock("no_such_scorer"))));
   ASSERT_EQ(2u, capture.lines().size());
   EXPECT_TRUE(isLogRecord(capture.lines()[0], "Warn", "101", "Failed to Init Text Analyzer"));
   EXPECT_TRUE(isLogRecord(capture.lines()[1], "Warn", "101", "Failed to Config for Lexcion Senti Scorer"));
@@ -68,7 +68,7 @@ TEST_F(LexcionClassifierTest, ConfigFailures) {
 
 TEST_F(LexcionClassifierTest, ScoresThroughTheAnalyzerAndUpdate) {
   auto tagged =
-      application::SentiClassifierFactory::getSentiClassifier("lexcion_senti_classifier", *parse(taggedConfig()));
+      application::SentiClassifierFactory::getSentiClassifier("lexcion_senti_classifier", *parseXml(taggedConfig()));
   ASSERT_TRUE(tagged.get() != nullptr);
   // Signed, damped scores; an update rebuilds both parts, so swapped lists flip the sign.
   double score = 5.0;
@@ -76,13 +76,13 @@ TEST_F(LexcionClassifierTest, ScoresThroughTheAnalyzerAndUpdate) {
   EXPECT_DOUBLE_EQ(0.25, score);
   ASSERT_TRUE(tagged->classify("awful, simply bad", score));
   EXPECT_DOUBLE_EQ(-0.5, score);
-  ASSERT_TRUE(tagged->update(*parse(taggedConfig(true))));
+  ASSERT_TRUE(tagged->update(*parseXml(taggedConfig(true))));
   ASSERT_TRUE(tagged->classify("a good film", score));
   EXPECT_DOUBLE_EQ(-0.25, score);
 
   // A failed update logs and leaves the classifier unusable.
   StdoutCapture capture;
-  EXPECT_FALSE(tagged->update(*parse(analyzerBlock("") + scorerBlock("no_such_scorer"))));
+  EXPECT_FALSE(tagged->update(*parseXml(analyzerBlock("") + scorerBlock("no_such_scorer"))));
   EXPECT_FALSE(tagged->classify("a good film", score));
   ASSERT_EQ(1u, capture.lines().size());
   EXPECT_TRUE(isLogRecord(capture.lines()[0], "Warn", "101", "Failed to Config for Lexcion Senti Scorer"));

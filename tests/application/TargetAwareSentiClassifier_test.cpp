@@ -160,8 +160,7 @@ TEST(TargetAwareClassifierConfigTest, FailuresLeaveTheClassifierUnready) {
   std::string badScorer = text;
   const std::string name = "target_aware_weighted_lexcion_senti_scorer";
   badScorer.replace(badScorer.find(name), name.size(), "no_such_scorer");
-  configure::BasicParamParser parser;
-  ASSERT_TRUE(parser.doParseFromText(badScorer, root));
+  ASSERT_TRUE(root = parseXml(badScorer));
   application::TargetAwareSentiLexcionSentiClassifier lexicon;
   StdoutCapture capture;
   EXPECT_FALSE(lexicon.config((*root)["target_aware_classifier"]["target_aware_senti_lexcion_classifier"]));

@@ -36,12 +36,4 @@ TEST(InstanceCreatorTest, LookupReplaceAndUnknown) {
   EXPECT_EQ("square", created("shape"));
 }
 
-struct Counter { Counter() { ++constructed; } static int constructed; };
-int Counter::constructed = 0;
-
-TEST(SingletonTest, CreatesOnceAcrossCalls) {
-  EXPECT_EQ(Singleton<Counter>::instance(), Singleton<Counter>::instance());
-  EXPECT_EQ(1, Counter::constructed);
-}
-
 }  // namespace

@@ -23,8 +23,6 @@ TEST(ThreadPoolTest, EveryAcceptedTaskRunsOnceUnderBackPressure) {
   for (auto& r : runs) r = 0;
   {
     SimpleThreadPool pool(3, 2);
-    EXPECT_EQ(3u, pool.threadCount());
-    EXPECT_EQ(2u, pool.queueCapacity());
     vortm::testing::onThreads(kProducers, [&](int p) {
       for (int i = 0; i < kTasks; ++i) ASSERT_TRUE(pool.submit([&runs, p, i] { ++runs[p * 500 + i]; }));
     });

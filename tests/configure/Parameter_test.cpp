@@ -3,7 +3,7 @@
 #include <string>
 
 #include "common/AutoPtr.h"
-#include "configure/BasicParamParser.h"
+#include "TestSupport.h"
 #include "configure/Parameter.h"
 #include "utility/BufferPool.h"
 
@@ -12,13 +12,6 @@ using vortm::configure::Parameter;
 using vortm::configure::ParameterNULL;
 
 namespace {
-
-AutoPtr<Parameter> parseText(const std::string& text) {
-  vortm::configure::BasicParamParser parser;
-  AutoPtr<Parameter> root;
-  EXPECT_TRUE(parser.doParseFromText(text, root)) << parser.getErrorText();
-  return root;
-}
 
 // The node's text, or "-" when it answers none.
 std::string text(const Parameter& node) {
@@ -29,7 +22,7 @@ std::string text(const Parameter& node) {
 }  // namespace
 
 TEST(ParameterTest, TypesAndLookups) {
-  AutoPtr<Parameter> root = parseText(
+  AutoPtr<Parameter> root = vortm::testing::parseXml(
       "<i type=\"INT\">7</i><f type=\"numeric\">0.5</f><g type=\"Float\">2.5kg</g><s>7</s><e></e><w>  x  </w>"
       "<x><z>inner</z></x><list><item>first</item><item>second</item></list>");
   const Parameter& p = *root;
@@ -60,14 +53,14 @@ TEST(ParameterTest, TypesAndLookups) {
 }
 
 TEST(ParameterDeathTest, BlockAskedForItsOwnNameAborts) {
-  AutoPtr<Parameter> root = parseText("<x><z>1</z></x>");
+  AutoPtr<Parameter> root = vortm::testing::parseXml("<x><z>1</z></x>");
   // The upward look-up finds x itself, held by another holder than the walk's.
   EXPECT_DEATH((*root)["x"]["x"], "m_pSharedObj->getObjPtr\\(\\) != rhs.m_pSharedObj->getObjPtr\\(\\)");
 }
 
 TEST(ParameterTest, TextCopiesAndSavedForm) {
   AutoPtr<Parameter> root =
-      parseText("<a><n type=\"int\">4</n><t>text</t><e></e></a><c>x  </c><k type=\"int\"><m>12</m></k>");
+      vortm::testing::parseXml("<a><n type=\"int\">4</n><t>text</t><e></e></a><c>x  </c><k type=\"int\"><m>12</m></k>");
   // The text form drops the types.
   EXPECT_EQ("<a>\n<n>\n4\n</n>\n<t>\ntext\n</t>\n<e>\n</e>\n</a>\n<c>\nx  \n</c>\n<k>\n<m>\n12\n</m>\n</k>\n",
             root->toString());

@@ -9,7 +9,6 @@
 
 #include "TestSupport.h"
 #include "common/thread/SimpleThreadPool.h"
-#include "configure/BasicParamParser.h"
 #include "modular/LexcionSentiScorerTokenizedDocFilter.h"
 #include "modular/ParallelTokenizedDocIterator.h"
 #include "modular/StandardTokenizedDocIterator.h"
@@ -56,11 +55,8 @@ AutoPtr<TextAnalyzer> makeAnalyzer() {
       "<en_pos_senti_file>" + words + "en_positive.txt</en_pos_senti_file><en_neg_senti_file>" + words +
       "en_negative.txt</en_neg_senti_file></param></filter></token_filters></param></tokenizer></tokenizers>"
       "</analyzer>";
-  vortm::configure::BasicParamParser parser;
-  AutoPtr<vortm::configure::Parameter> root;
-  EXPECT_TRUE(parser.doParseFromText(xml, root));
   AutoPtr<TextAnalyzer> analyzer;
-  EXPECT_TRUE(TextAnalyzer::configTextAnalyzer(*root, analyzer));
+  EXPECT_TRUE(TextAnalyzer::configTextAnalyzer(*vortm::testing::parseXml(xml), analyzer));
   return analyzer;
 }
 

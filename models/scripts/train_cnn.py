@@ -444,6 +444,15 @@ def freeze_rows(net, rows):
     net.emb.weight.register_hook(lambda g: g * mask)
 
 
+def clip_rows(net, limit):
+    """Max-norm constraint: each unit's incoming weights of the tanh layer and
+    of the output layer are scaled back to an l2 norm of at most `limit`."""
+    with torch.no_grad():
+        for w in (net.fc.weight, net.out.weight):
+            norms = w.norm(dim=1, keepdim=True)
+            w.mul_(torch.where(norms > limit, limit / norms, torch.ones_like(norms)))
+
+
 def accuracy(net, batches):
     net.eval()
     right = total = 0
@@ -479,7 +488,8 @@ def cmd_train(args):
     docs = tokenize([t for _, t in pairs], args.vorelin, args.config)
     log("tokenized %d texts in %.1f s" % (len(docs), time.time() - started))
     order = list(range(len(pairs)))
-    random.Random(args.seed).shuffle(order)
+    # The slice may stay put while --seed varies, so that seeds compare fairly.
+    random.Random(args.seed if args.split_seed is None else args.split_seed).shuffle(order)
     n_valid = int(len(order) * args.valid_share)
     valid_idx, train_idx = order[:n_valid], order[n_valid:]
     vocab = build_vocab([docs[i] for i in train_idx], args.min_count, args.max_words, args.kind)
@@ -517,7 +527,12 @@ def cmd_train(args):
 
     train_items, valid_items = items(train_idx), items(valid_idx)
     valid_batches = batched(sorted(valid_items, key=lambda x: len(x[0])), 256, args.max_len)
-    opt = torch.optim.AdamW(net.parameters(), lr=args.lr, weight_decay=args.weight_decay)
+    # The embeddings start from vectors worth keeping: they may learn more
+    # slowly than the layers above them, and take no weight decay.
+    others = [p for n, p in net.named_parameters() if not n.startswith("emb.")]
+    emb_lr = args.lr if args.emb_lr is None else args.emb_lr
+    opt = torch.optim.AdamW([{"params": [net.emb.weight], "lr": emb_lr, "weight_decay": 0.0},
+                             {"params": others, "weight_decay": args.weight_decay}], lr=args.lr)
     best, best_state, stale = -1.0, None, 0
     for epoch in range(1, args.epochs + 1):
         t0 = time.time()
@@ -534,6 +549,8 @@ def cmd_train(args):
             loss = F.cross_entropy(net(*net.layout(ids)), labels)
             loss.backward()
             opt.step()
+            if args.max_norm > 0:
+                clip_rows(net, args.max_norm)
             total += float(loss) * len(labels)
         acc = accuracy(net, valid_batches)
         log("epoch %d  loss %.4f  validation accuracy %.4f  (%.0f s)"
@@ -603,7 +620,11 @@ def main():
     t.add_argument("--pool2", type=int, default=2)
     t.add_argument("--hidden", type=int, default=16, help="features of the document vector (>= 3)")
     t.add_argument("--dropout", type=float, default=0.5)
-    t.add_argument("--weight-decay", type=float, default=0.0)
+    t.add_argument("--weight-decay", type=float, default=0.0, help="AdamW weight decay of the layers above"
+                   " the embeddings")
+    t.add_argument("--emb-lr", type=float, default=None, help="learning rate of the embeddings (default --lr)")
+    t.add_argument("--max-norm", type=float, default=0.0,
+                   help="keep each unit's incoming weights of the last two layers at this l2 norm at most")
     t.add_argument("--fasttext", help="fasttext binary: start the embeddings from skip-gram vectors it learns"
                    " on the training lines")
     t.add_argument("--fasttext-epochs", type=int, default=10)
@@ -623,6 +644,7 @@ def main():
     t.add_argument("--max-len", type=int, default=200, help="tokens of a text used in training")
     t.add_argument("--valid-share", type=float, default=0.1)
     t.add_argument("--seed", type=int, default=1)
+    t.add_argument("--split-seed", type=int, default=None, help="seed of the validation slice (default --seed)")
     t.add_argument("--threads", type=int, default=2)
     t.add_argument("--digits", type=int, default=7, help="significant digits written")
     t.add_argument("--expect", help="texts whose scores by the written model go to NAME.expected")

@@ -505,6 +505,13 @@ def cmd_train(args):
             for w in vectors:
                 vocab.setdefault(w, len(vocab))
         vectors = {w: v for w, v in vectors.items() if w in vocab}
+    if args.letter_words:
+        # Only words with a Latin letter: Chinese words, digits and
+        # punctuation, which texts of other languages share, stay unknown
+        # and read as zero vectors.
+        kept = [w for w in sorted(vocab, key=vocab.get) if re.search("[A-Za-z]", w)]
+        vocab = {w: i for i, w in enumerate(kept)}
+        vectors = {w: v for w, v in vectors.items() if w in vocab}
     fixed = args.freeze_vec and bool(vectors)
     if args.kind == "std_conv":
         widths = [int(w) for w in args.widths.split(",")]
@@ -518,6 +525,13 @@ def cmd_train(args):
         freeze_rows(net, start_embeddings(net, vocab, vectors, args))
     elif vectors:
         start_embeddings(net, vocab, vectors, args)
+    if args.no_bias:
+        # Without biases a text of unknown words maps to zeros all the way
+        # up and scores exactly 0, so the member keeps out of other languages.
+        for name, p in net.named_parameters():
+            if name.endswith("bias"):
+                p.data.zero_()
+                p.requires_grad_(False)
     log("%s: %d words, dim %d, %d parameters" % (args.kind, len(vocab), args.dim,
                                                  sum(p.numel() for p in net.parameters())))
 
@@ -529,7 +543,7 @@ def cmd_train(args):
     valid_batches = batched(sorted(valid_items, key=lambda x: len(x[0])), 256, args.max_len)
     # The embeddings start from vectors worth keeping: they may learn more
     # slowly than the layers above them, and take no weight decay.
-    others = [p for n, p in net.named_parameters() if not n.startswith("emb.")]
+    others = [p for n, p in net.named_parameters() if not n.startswith("emb.") and p.requires_grad]
     emb_lr = args.lr if args.emb_lr is None else args.emb_lr
     opt = torch.optim.AdamW([{"params": [net.emb.weight], "lr": emb_lr, "weight_decay": 0.0},
                              {"params": others, "weight_decay": args.weight_decay}], lr=args.lr)
@@ -637,6 +651,10 @@ def main():
                    help="keep the start vectors fixed; only words without one learn their embedding")
     t.add_argument("--vec-decimals", type=int, default=0,
                    help="write the word vectors with this many decimals (default: --digits significant)")
+    t.add_argument("--no-bias", action="store_true",
+                   help="no biases anywhere (written as zeros): a text without known words scores 0")
+    t.add_argument("--letter-words", action="store_true",
+                   help="keep only vocabulary words with a Latin letter")
     t.add_argument("--epochs", type=int, default=12)
     t.add_argument("--patience", type=int, default=2)
     t.add_argument("--batch", type=int, default=50)

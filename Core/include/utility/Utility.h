@@ -2,6 +2,7 @@
 #define VORTM_UTILITY_UTILITY_H
 
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <set>
 #include <string>
@@ -22,6 +23,13 @@ class Utility {
   static bool isAllDigit(std::string& str);
   static bool isAllEngLett(const std::string& str);
   static bool isEnWord(const char* str, unsigned int length);
+
+  // Bytes before the first zero byte, or `size` when there is none: where a
+  // span handed on as C text ends.
+  static size_t bytesBeforeZero(const char* bytes, size_t size) {
+    const void* zero = std::memchr(bytes, 0, size);
+    return zero ? static_cast<size_t>(static_cast<const char*>(zero) - bytes) : size;
+  }
 
   // SuperFastHash over the bytes, seeded with the length; 0 for "".
   static uint32_t hash(const std::string& str);

@@ -310,9 +310,8 @@ bool Tokenizer::doTokenizeBytes(const char* text, unsigned int length, TokenBuff
     if ((token.type == Token::TT_CH_RUN || token.type == Token::TT_TEXT_SPAN) && m_postTokenizerPtr) {
       // Only the text goes on, cut at its first zero byte; the span's start
       // becomes the base of the offsets that the next tokenizer writes.
-      const void* zero = std::memchr(token.term.data(), 0, token.term.size());
-      const unsigned int spanLength = static_cast<unsigned int>(
-          zero ? static_cast<const char*>(zero) - token.term.data() : token.term.size());
+      const unsigned int spanLength =
+          static_cast<unsigned int>(utility::Utility::bytesBeforeZero(token.term.data(), token.term.size()));
       if (!m_postTokenizerPtr->doTokenizeBytes(token.term.data(), spanLength, out, isolated,
                                                static_cast<unsigned int>(token.startOffset)))
         return false;

@@ -169,7 +169,6 @@ bool TargetAwareCentroidSentiClassifier::sentiClassifySentiCentroid(const std::s
     return classifyWordPlaces(*grams, layers, text, targets, score);
   std::vector<Token> tokens;
   if (!prepareTokens(m_bReady, m_textAnalyzerPtr, text, targets, tokens, score)) return false;
-  if (text.empty()) return true;
   m_targetAwareBuilderPtr->setTarget(targets);
   utility::MySparseVector<double, int> vector;
   if (!m_targetAwareBuilderPtr->buildDocVec(tokens, vector)) return false;
@@ -247,9 +246,8 @@ bool placeWords(analyzer::ChNGramTokenizer& grams, const std::vector<TargetAware
     it.next(token);
     const unsigned int start = static_cast<unsigned int>(token.startOffset);
     if (token.type == Token::TT_CH_RUN || token.type == Token::TT_TEXT_SPAN) {
-      const void* zero = std::memchr(token.term.data(), 0, token.term.size());
-      const unsigned int spanLength = static_cast<unsigned int>(
-          zero ? static_cast<const char*>(zero) - token.term.data() : token.term.size());
+      const unsigned int spanLength =
+          static_cast<unsigned int>(utility::Utility::bytesBeforeZero(token.term.data(), token.term.size()));
       if (!placeWords(grams, layers, level + 1, text, refs, start, spanLength, places)) return false;
     } else {
       places.push_back(WordPlace{start, static_cast<unsigned int>(token.term.size()), token.type, token.tag});
@@ -327,8 +325,7 @@ bool TargetAwareCentroidSentiClassifier::classifyWordPlaces(analyzer::ChNGramTok
   unsigned int length = static_cast<unsigned int>(text.size());
   if (attachable && !targetOccurs) {
     // Still the first zero byte ends what the chain's head passes on.
-    const void* zero = std::memchr(text.data(), 0, text.size());
-    if (zero) length = static_cast<unsigned int>(static_cast<const char*>(zero) - text.data());
+    length = static_cast<unsigned int>(utility::Utility::bytesBeforeZero(text.data(), text.size()));
   }
   const unsigned int* refs = wholeTextLengths(grams, layers, text);
   if (!placeWords(grams, layers, 0, text, refs, 0, length, places)) return false;
@@ -352,9 +349,7 @@ bool TargetAwareCentroidSentiClassifier::classifyWordPlaces(analyzer::ChNGramTok
       }
     }
     // A term is looked up as a C string, so a word ends at a zero byte.
-    const void* zero = std::memchr(start, 0, size);
-    if (zero) size = static_cast<size_t>(static_cast<const char*>(zero) - start);
-    words[i] = modular::Vocabulary::WordPiece(start, size);
+    words[i] = modular::Vocabulary::WordPiece(start, utility::Utility::bytesBeforeZero(start, size));
   }
   modular::StandardTargetAwarePositionWeighter::weighAroundTargets(
       places.size(), targetAt, [](int k) { return places[k].type; }, weights);
